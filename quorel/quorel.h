@@ -9,6 +9,10 @@
 #include <quorel/config/ReplacementValue.h>
 #include <quorel/debug/Debug.h>
 #include <quorel/debug/Dialogs.h>
+#include <quorel/threads/ReaderWriterLock.h>
+#include <quorel/time/FrameRate.h>
+#include <quorel/time/TickTime.h>
+#include <quorel/utility/AllocatorInterface.h>
 #include <quorel/utility/CaseMapping.h>
 #include <quorel/utility/CodeUnitTraits.h>
 #include <quorel/utility/Export.h>

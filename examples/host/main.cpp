@@ -3,6 +3,8 @@
 // with a deferred reporter and lets a failed contract reach its manager.
 #include <quorel/quorel.h>
 
+#include "MediaTime.h"
+
 #include <cstdio>
 #include <stdexcept>
 #include <string>
@@ -108,6 +110,7 @@ void FailContract() {
 }  // namespace
 
 int main() {
+    std::setvbuf(stdout, nullptr, _IOLBF, 0);  // keep our lines in order with the dialog's on stderr
     HostErrorManager manager;
     cfg::ErrorManager::Set(&manager);
     cfg::SetClientName(util::AsciiToUTF16("Example Host"));
@@ -117,6 +120,7 @@ int main() {
                 Narrow(cfg::GetClientVersion()).c_str());
 
     ShowText();
+    ShowMediaTime();
     CollectDeferredErrors();
     std::fflush(stdout);
     FailContract();
