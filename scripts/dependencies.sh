@@ -15,6 +15,6 @@ install_packages() {
 }
 
 # What building the library takes.
-QUOREL_BUILD_PACKAGES=(g++ cmake ninja-build pkg-config libboost-thread-dev)
+QUOREL_BUILD_PACKAGES=(g++ cmake ninja-build pkg-config libboost-thread-dev uuid-dev)
 # What the tests take beyond that.
-QUOREL_TEST_PACKAGES=(libgtest-dev unicode-data)
+QUOREL_TEST_PACKAGES=(libgtest-dev unicode-data libtiff-tools)

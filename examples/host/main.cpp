@@ -3,6 +3,8 @@
 // with a deferred reporter and lets a failed contract reach its manager.
 #include <quorel/quorel.h>
 
+#include "Files.h"
+#include "Layout.h"
 #include "MediaTime.h"
 
 #include <cstdio>
@@ -121,6 +123,8 @@ int main() {
 
     ShowText();
     ShowMediaTime();
+    ShowLayout();
+    ShowFiles();
     CollectDeferredErrors();
     std::fflush(stdout);
     FailContract();

@@ -124,6 +124,19 @@ TEST(UTF16to8, EndsAtANulButKeepsShortStringsPresized) {
     EXPECT_EQ(UTF16to8(ascii), U8("plain"));
 }
 
+TEST(UTF16to8, BlocksOfUnitsWithoutTheirHighBitsAreNotTakenForAscii) {
+    // U+0400..U+047F have bit 7 and bit 15 clear: a block test that looks at
+    // bytes rather than whole units would narrow them to garbage.
+    UTF16String const cyrillic = U16({0x041F, 0x0440, 0x0438, 0x0432, 0x0435, 0x0442, 0x0438, 0x043A,
+                                      0x0401, 0x0402, 0x0403, 0x0404, 0x0405, 0x0406, 0x0407, 0x0408, 0x0409});
+    UTF8String const encoded = UTF16to8(cyrillic);
+    ASSERT_EQ(encoded.size(), 2 * cyrillic.size());
+    EXPECT_EQ(encoded.substr(0, 4), U8({0xD0, 0x9F, 0xD1, 0x80}));
+    EXPECT_EQ(UTF8to16(encoded), cyrillic);
+    UTF16String const cjk(40, 0x4E00);  // 0x4E00: low byte clear, high bit clear
+    EXPECT_EQ(UTF8to16(UTF16to8(cjk)), cjk);
+}
+
 TEST(Conversions, RoundTripAnyNulFreeUTF16) {
     std::mt19937 random(20261123);
     std::uniform_int_distribution<int> length(0, 300);

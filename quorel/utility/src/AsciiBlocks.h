@@ -1,6 +1,13 @@
-// Block operations on runs of ASCII text, used by the conversions' fast paths.
-// With SSE2 (every x86-64 processor) they work on 16 units at a time; other
-// processors use a portable 8-unit form.
+// Block operations on text, used by the fast paths of the conversions and of
+// case mapping.  Text is mostly ASCII, and ASCII is where a block at a time
+// pays most: with SSE2 (every x86-64 processor) these work on 16 bytes or 8
+// units at a time; other processors use portable scalar forms with the same
+// contracts.
+//
+// The "prefix" operations always write a whole block and report how much of it
+// is valid: the caller advances by that much and later writes overwrite the
+// rest.  That keeps them free of branches on the data, which matters for text
+// that switches between ASCII and other scripts every few characters.
 #ifndef QUOREL_UTILITY_SRC_ASCIIBLOCKS_H
 #define QUOREL_UTILITY_SRC_ASCIIBLOCKS_H
 
@@ -11,103 +18,738 @@
 #if defined(__SSE2__) || defined(_M_X64)
 #include <emmintrin.h>
 #define QUOREL_HAVE_SSE2 1
+#if defined(__GNUC__) && (defined(__x86_64__) || defined(__i386__))
+// SSSE3's byte shuffle, in functions of their own chosen at run time: nearly
+// every x86-64 processor has it, but the baseline does not promise it.
+#include <tmmintrin.h>
+#define QUOREL_HAVE_SSSE3_FUNCTIONS 1
+#endif
 #endif
 
 namespace quorel {
 namespace utility {
 namespace ascii {
 
-#if QUOREL_HAVE_SSE2
+/// Bytes (UTF-8) or units (UTF-16) that the block operations handle at once.
 constexpr std::size_t kBlock = 16;
+/// Units that MapCaseBlock handles at once.
+constexpr std::size_t kCaseBlock = 8;
+/// Half a block, the unit of the encoders of mixed text.
+constexpr std::size_t kHalfBlock = kBlock / 2;
 
-/// Widens kBlock bytes to units if all are ASCII; false (nothing written) if not.
-inline bool WidenBlock(unsigned char const* inBytes, unsigned short* outUnits) noexcept {
-    __m128i const bytes = _mm_loadu_si128(reinterpret_cast<__m128i const*>(inBytes));
-    if (_mm_movemask_epi8(bytes) != 0) {
-        return false;
+/// A mask with a bit for each unit of a block (bit 0 for the first unit).
+constexpr unsigned int kAllUnits = (1u << kBlock) - 1;
+/// A mask with the bits of the first half of a block.
+constexpr unsigned int kFirstHalf = (1u << kHalfBlock) - 1;
+
+/// A simple case mapping of the units below U+0100 for MapLatin1Block: the
+/// units in either range but mSkip move by mDelta, the units in mRefused are
+/// refused (they go through the case table), all others stay.
+struct Latin1CaseRule {
+    unsigned short mFirst[2];
+    unsigned short mLast[2];
+    unsigned short mSkip;
+    unsigned short mRefused[3];
+    short mDelta;
+};
+
+// Index of the lowest set bit of a non-zero mask.
+inline unsigned int LowestBit(unsigned int inMask) noexcept {
+#if defined(__GNUC__)
+    return static_cast<unsigned int>(__builtin_ctz(inMask));
+#else
+    unsigned int index = 0;
+    while ((inMask & 1u) == 0) {
+        inMask >>= 1;
+        ++index;
     }
+    return index;
+#endif
+}
+
+#if QUOREL_HAVE_SSE2
+
+// The sum of eight unsigned 16-bit lanes.
+inline std::size_t SumLanes16(__m128i inLanes) noexcept {
+    __m128i const zero = _mm_setzero_si128();
+    __m128i const words = _mm_add_epi32(_mm_unpacklo_epi16(inLanes, zero), _mm_unpackhi_epi16(inLanes, zero));
+    __m128i const pairsSum = _mm_add_epi32(words, _mm_srli_si128(words, 8));
+    __m128i const total = _mm_add_epi32(pairsSum, _mm_srli_si128(pairsSum, 4));
+    return static_cast<std::uint32_t>(_mm_cvtsi128_si32(total));
+}
+
+/// Widens kBlock bytes into kBlock units (all of them are written) and returns
+/// how many leading bytes are ASCII: kBlock if all are.
+inline std::size_t WidenPrefix(unsigned char const* inBytes, unsigned short* outUnits) noexcept {
+    __m128i const bytes = _mm_loadu_si128(reinterpret_cast<__m128i const*>(inBytes));
     __m128i const zero = _mm_setzero_si128();
     _mm_storeu_si128(reinterpret_cast<__m128i*>(outUnits), _mm_unpacklo_epi8(bytes, zero));
     _mm_storeu_si128(reinterpret_cast<__m128i*>(outUnits + 8), _mm_unpackhi_epi8(bytes, zero));
-    return true;
+    unsigned int const high = static_cast<unsigned int>(_mm_movemask_epi8(bytes));
+    return high == 0 ? kBlock : LowestBit(high);
 }
 
-/// Narrows kBlock units to bytes if all are below 0x80; false (nothing written) if not.
-inline bool NarrowBlock(unsigned short const* inUnits, unsigned char* outBytes) noexcept {
+/// Narrows kBlock units, all below 0x80, into kBlock bytes.
+inline void NarrowBlock(unsigned short const* inUnits, unsigned char* outBytes) noexcept {
     __m128i const low = _mm_loadu_si128(reinterpret_cast<__m128i const*>(inUnits));
     __m128i const high = _mm_loadu_si128(reinterpret_cast<__m128i const*>(inUnits + 8));
-    __m128i const mask = _mm_set1_epi16(static_cast<short>(0xFF80));
-    if (_mm_movemask_epi8(_mm_and_si128(_mm_or_si128(low, high), mask)) != 0) {
-        return false;
-    }
     _mm_storeu_si128(reinterpret_cast<__m128i*>(outBytes), _mm_packus_epi16(low, high));
-    return true;
 }
 
-/// Scans up to inLimit units for the first nul.  Returns its index (or inLimit)
-/// and sets ioAllAscii to false if a unit before that point is 0x80 or above.
-inline std::size_t ScanToNul(unsigned short const* inUnits, std::size_t inLimit, bool& ioAllAscii) noexcept {
+/// The bitwise or of kBlock units: below 0x80 exactly when all are ASCII,
+/// below 0x800 exactly when all are.  A quick first look at a block.
+inline unsigned int OrOfUnits(unsigned short const* inUnits) noexcept {
+    __m128i any = _mm_or_si128(_mm_loadu_si128(reinterpret_cast<__m128i const*>(inUnits)),
+                               _mm_loadu_si128(reinterpret_cast<__m128i const*>(inUnits + 8)));
+    any = _mm_or_si128(any, _mm_srli_si128(any, 8));
+    any = _mm_or_si128(any, _mm_srli_si128(any, 4));
+    any = _mm_or_si128(any, _mm_srli_si128(any, 2));
+    return static_cast<unsigned int>(_mm_cvtsi128_si32(any)) & 0xFFFF;
+}
+
+/// The surrogates among kBlock units: bit k for unit k.
+inline unsigned int SurrogateBits(unsigned short const* inUnits) noexcept {
+    __m128i const low = _mm_loadu_si128(reinterpret_cast<__m128i const*>(inUnits));
+    __m128i const high = _mm_loadu_si128(reinterpret_cast<__m128i const*>(inUnits + 8));
+    __m128i const surrogateBits = _mm_set1_epi16(static_cast<short>(0xF800));
+    __m128i const surrogate = _mm_set1_epi16(static_cast<short>(0xD800));
+    __m128i const lowSurrogates = _mm_cmpeq_epi16(_mm_and_si128(low, surrogateBits), surrogate);
+    __m128i const highSurrogates = _mm_cmpeq_epi16(_mm_and_si128(high, surrogateBits), surrogate);
+    return static_cast<unsigned int>(_mm_movemask_epi8(_mm_packs_epi16(lowSurrogates, highSurrogates)));
+}
+
+// Stores lane Lane of inUnits at the offset in lane Lane of inOffsets.
+template <int Lane>
+inline void StoreUnit(__m128i inUnits, __m128i inOffsets, unsigned short* outUnits) noexcept {
+    outUnits[_mm_extract_epi16(inOffsets, Lane)] = static_cast<unsigned short>(_mm_extract_epi16(inUnits, Lane));
+}
+
+// Decodes one half of DecodeOneOrTwoByteBlock: eight bytes and the byte
+// behind each, widened to units, with their lead and continuation flags as
+// 16-bit lanes.  Each lane gives its unit (an ASCII byte or a two-byte
+// sequence that starts there) at the offset of the units before it, so that
+// the stores don't wait on one another; a continuation lane's store is
+// overwritten by the next lane's (or lies behind the result).
+inline void DecodeTwoByteHalf(__m128i inBytes, __m128i inNext, __m128i inLeads, __m128i inTrails,
+                              unsigned short* outUnits, std::size_t& outCount) noexcept {
+    __m128i const pair = _mm_or_si128(_mm_slli_epi16(_mm_and_si128(inBytes, _mm_set1_epi16(0x1F)), 6),
+                                      _mm_and_si128(inNext, _mm_set1_epi16(0x3F)));
+    __m128i const units = _mm_or_si128(_mm_and_si128(inLeads, pair), _mm_andnot_si128(inLeads, inBytes));
+    __m128i const kept = _mm_add_epi16(_mm_set1_epi16(1), inTrails);  // 0 for continuations
+    __m128i ends = _mm_add_epi16(kept, _mm_slli_si128(kept, 2));
+    ends = _mm_add_epi16(ends, _mm_slli_si128(ends, 4));
+    ends = _mm_add_epi16(ends, _mm_slli_si128(ends, 8));
+    __m128i const offsets = _mm_sub_epi16(ends, kept);
+    StoreUnit<0>(units, offsets, outUnits);
+    StoreUnit<1>(units, offsets, outUnits);
+    StoreUnit<2>(units, offsets, outUnits);
+    StoreUnit<3>(units, offsets, outUnits);
+    StoreUnit<4>(units, offsets, outUnits);
+    StoreUnit<5>(units, offsets, outUnits);
+    StoreUnit<6>(units, offsets, outUnits);
+    StoreUnit<7>(units, offsets, outUnits);
+    outCount = static_cast<std::size_t>(_mm_extract_epi16(ends, 7));
+}
+
+/// Decodes the kBlock bytes at inBytes (kBlock + 1 readable) if they are ASCII
+/// and complete two-byte sequences (C2-DF and a continuation byte) only; a
+/// lead byte in the last place is left for the next block.  Writes up to
+/// kBlock + 1 units at outUnits.  Returns the bytes used and sets outUnits to
+/// the units made, or returns 0 (nothing meaningful written) for any other
+/// block.  This is the common block of Latin, Greek or Cyrillic text.
+inline std::size_t DecodeOneOrTwoByteBlock(unsigned char const* inBytes, unsigned short* outUnits,
+                                           std::size_t& outCount) noexcept {
+    __m128i const bytes = _mm_loadu_si128(reinterpret_cast<__m128i const*>(inBytes));
+    // As signed bytes, continuations 80-BF are -128 to -65 and leads C2-DF
+    // are -62 to -33; ASCII is positive.
+    __m128i const leads = _mm_and_si128(_mm_cmpgt_epi8(bytes, _mm_set1_epi8(-63)), _mm_cmplt_epi8(bytes, _mm_set1_epi8(-32)));
+    __m128i const trails = _mm_cmplt_epi8(bytes, _mm_set1_epi8(-64));
+    unsigned int const high = static_cast<unsigned int>(_mm_movemask_epi8(bytes));
+    unsigned int const leadBits = static_cast<unsigned int>(_mm_movemask_epi8(leads));
+    unsigned int const trailBits = static_cast<unsigned int>(_mm_movemask_epi8(trails));
+    // Every non-ASCII byte is a lead or a continuation, and the continuations
+    // are exactly the bytes behind the leads.
+    if (high != (leadBits | trailBits) || trailBits != ((leadBits << 1) & kAllUnits)) {
+        return 0;
+    }
+    __m128i const next = _mm_loadu_si128(reinterpret_cast<__m128i const*>(inBytes + 1));
     __m128i const zero = _mm_setzero_si128();
-    __m128i const mask = _mm_set1_epi16(static_cast<short>(0xFF80));
-    __m128i high = zero;
+    DecodeTwoByteHalf(_mm_unpacklo_epi8(bytes, zero), _mm_unpacklo_epi8(next, zero),
+                      _mm_unpacklo_epi8(leads, leads), _mm_unpacklo_epi8(trails, trails), outUnits, outCount);
+    std::size_t firstHalf = outCount;
+    DecodeTwoByteHalf(_mm_unpackhi_epi8(bytes, zero), _mm_unpackhi_epi8(next, zero),
+                      _mm_unpackhi_epi8(leads, leads), _mm_unpackhi_epi8(trails, trails), outUnits + firstHalf,
+                      outCount);
+    std::size_t const leftLead = leadBits >> (kBlock - 1);  // a lead in the last place waits
+    outCount += firstHalf - leftLead;
+    return kBlock - leftLead;
+}
+
+/// Decodes the 15 bytes at inBytes (kBlock readable) if they are five complete
+/// three-byte sequences (E0-EF and two continuation bytes, not overlong), the
+/// common block of CJK text.  Writes five units at outUnits and returns true;
+/// false (nothing meaningful written) for any other block.
+inline bool DecodeThreeByteBlock(unsigned char const* inBytes, unsigned short* outUnits) noexcept {
+    __m128i const bytes = _mm_loadu_si128(reinterpret_cast<__m128i const*>(inBytes));
+    __m128i const mask = _mm_setr_epi8(-16, -64, -64, -16, -64, -64, -16, -64, -64, -16, -64, -64, -16, -64, -64, 0);
+    __m128i const pattern =
+        _mm_setr_epi8(-32, -128, -128, -32, -128, -128, -32, -128, -128, -32, -128, -128, -32, -128, -128, 0);
+    if (_mm_movemask_epi8(_mm_cmpeq_epi8(_mm_and_si128(bytes, mask), pattern)) != 0xFFFF) {
+        return false;
+    }
+    unsigned int smallest = 0xFFFF;
+    for (std::size_t k = 0; k < 5; ++k) {
+        unsigned char const* const sequence = inBytes + 3 * k;
+        unsigned int const unit = ((sequence[0] & 0x0Fu) << 12) | ((sequence[1] & 0x3Fu) << 6) | (sequence[2] & 0x3Fu);
+        outUnits[k] = static_cast<unsigned short>(unit);
+        smallest = unit < smallest ? unit : smallest;
+    }
+    return smallest >= 0x800;  // E0 80-9F would be overlong
+}
+
+/// Scans up to inLimit units for the first nul and returns its index (or
+/// inLimit).  Sets outExtra to the UTF-8 bytes that the units before it need
+/// beyond one each, as if every unit stood alone (one more from U+0080, one
+/// more from U+0800), and outHighSurrogates to whether there is a high
+/// surrogate among them, which may start a pair of four bytes, not six.
+inline std::size_t ScanUTF16(unsigned short const* inUnits, std::size_t inLimit, std::size_t& outExtra,
+                             bool& outHighSurrogates) noexcept {
+    __m128i const zero = _mm_setzero_si128();
+    __m128i const limit80 = _mm_set1_epi16(0x7F);
+    __m128i const limit800 = _mm_set1_epi16(0x7FF);
+    __m128i const surrogateBits = _mm_set1_epi16(static_cast<short>(0xFC00));
+    __m128i const highSurrogate = _mm_set1_epi16(static_cast<short>(0xD800));
+    std::size_t shortUnits = 0;  // units below the limits: each one byte less than three
+    __m128i highLanes = zero;
     std::size_t i = 0;
-    for (; i + 8 <= inLimit; i += 8) {
-        __m128i const units = _mm_loadu_si128(reinterpret_cast<__m128i const*>(inUnits + i));
-        if (_mm_movemask_epi8(_mm_cmpeq_epi16(units, zero)) != 0) {
-            break;
+    bool nul = false;
+    while (!nul && i + 8 <= inLimit) {
+        // Per-lane 16-bit counters take at most two a step: flush them in time.
+        __m128i shortLanes = zero;
+        std::size_t const stop = inLimit - i > 16384 * 8 ? i + 16384 * 8 : inLimit;
+        for (; i + 8 <= stop; i += 8) {
+            __m128i const units = _mm_loadu_si128(reinterpret_cast<__m128i const*>(inUnits + i));
+            if (_mm_movemask_epi8(_mm_cmpeq_epi16(units, zero)) != 0) {
+                nul = true;
+                break;
+            }
+            shortLanes = _mm_sub_epi16(shortLanes, _mm_cmpeq_epi16(_mm_subs_epu16(units, limit80), zero));
+            shortLanes = _mm_sub_epi16(shortLanes, _mm_cmpeq_epi16(_mm_subs_epu16(units, limit800), zero));
+            highLanes = _mm_or_si128(highLanes, _mm_cmpeq_epi16(_mm_and_si128(units, surrogateBits), highSurrogate));
         }
-        high = _mm_or_si128(high, _mm_and_si128(units, mask));
+        shortUnits += SumLanes16(shortLanes);
     }
-    if (_mm_movemask_epi8(high) != 0) {
-        ioAllAscii = false;
-    }
+    std::size_t extra = 2 * i - shortUnits;
+    bool high = _mm_movemask_epi8(highLanes) != 0;
     for (; i < inLimit && inUnits[i] != 0; ++i) {
-        if (inUnits[i] >= 0x80) {
-            ioAllAscii = false;
-        }
+        unsigned int const unit = inUnits[i];
+        extra += static_cast<std::size_t>(unit >= 0x80) + static_cast<std::size_t>(unit >= 0x800);
+        high = high || (unit & 0xFC00) == 0xD800;
     }
+    outExtra = extra;
+    outHighSurrogates = high;
     return i;
 }
-#else
-constexpr std::size_t kBlock = 8;
 
-inline bool WidenBlock(unsigned char const* inBytes, unsigned short* outUnits) noexcept {
-    std::uint64_t word;
-    std::memcpy(&word, inBytes, sizeof word);
-    if ((word & 0x8080808080808080ULL) != 0) {
+/// Counts the surrogate pairs among inCount units: the high surrogates that
+/// a low one directly follows.  (Pairs cannot overlap, as a pair starts with a
+/// high and ends with a low surrogate.)
+inline std::size_t CountSurrogatePairs(unsigned short const* inUnits, std::size_t inCount) noexcept {
+    __m128i const zero = _mm_setzero_si128();
+    __m128i const surrogateBits = _mm_set1_epi16(static_cast<short>(0xFC00));
+    __m128i const high = _mm_set1_epi16(static_cast<short>(0xD800));
+    __m128i const low = _mm_set1_epi16(static_cast<short>(0xDC00));
+    std::size_t pairs = 0;
+    std::size_t i = 0;
+    // Each step also reads the unit behind its eight.
+    while (i + 9 <= inCount) {
+        __m128i pairLanes = zero;  // 16-bit counters: flushed before they overflow
+        std::size_t const stop = inCount - i > 32767 * 8 + 1 ? i + 32767 * 8 + 1 : inCount;
+        for (; i + 9 <= stop; i += 8) {
+            __m128i const units = _mm_loadu_si128(reinterpret_cast<__m128i const*>(inUnits + i));
+            __m128i const next = _mm_loadu_si128(reinterpret_cast<__m128i const*>(inUnits + i + 1));
+            __m128i const pair = _mm_and_si128(_mm_cmpeq_epi16(_mm_and_si128(units, surrogateBits), high),
+                                               _mm_cmpeq_epi16(_mm_and_si128(next, surrogateBits), low));
+            pairLanes = _mm_sub_epi16(pairLanes, pair);
+        }
+        pairs += SumLanes16(pairLanes);
+    }
+    for (; i + 1 < inCount; ++i) {
+        pairs += (inUnits[i] & 0xFC00) == 0xD800 && (inUnits[i + 1] & 0xFC00) == 0xDC00;
+    }
+    return pairs;
+}
+
+/// Counts the bytes that are not continuation bytes (0x80 to 0xBF) plus the
+/// bytes 0xF0 and above: the number of UTF-16 units that valid UTF-8 gives,
+/// and a bound on what any prefix of it gives.  Sets ioAllAscii to false if a
+/// byte is 0x80 or above.
+inline std::size_t CountUTF16Units(unsigned char const* inBytes, std::size_t inCount, bool& ioAllAscii) noexcept {
+    // Per-lane byte counters, summed before they can overflow (255 blocks).
+    __m128i const zero = _mm_setzero_si128();
+    __m128i const continuationLimit = _mm_set1_epi8(-64);  // 0xC0 as a signed byte
+    __m128i const fourByteFloor = _mm_set1_epi8(-17);      // 0xEF as a signed byte
+    __m128i anyLanes = zero;
+    std::size_t continuations = 0;
+    std::size_t fourByteLeads = 0;
+    std::size_t i = 0;
+    while (i + kBlock <= inCount) {
+        __m128i continuationLanes = zero;
+        __m128i fourByteLanes = zero;
+        std::size_t const stop = inCount - i > 255 * kBlock ? i + 255 * kBlock : inCount;
+        for (; i + kBlock <= stop; i += kBlock) {
+            __m128i const bytes = _mm_loadu_si128(reinterpret_cast<__m128i const*>(inBytes + i));
+            anyLanes = _mm_or_si128(anyLanes, bytes);
+            // Compare masks are -1 per matching lane: subtracting them counts.
+            continuationLanes =
+                _mm_sub_epi8(continuationLanes, _mm_cmplt_epi8(bytes, continuationLimit));
+            fourByteLanes = _mm_sub_epi8(
+                fourByteLanes, _mm_and_si128(_mm_cmpgt_epi8(bytes, fourByteFloor), _mm_cmplt_epi8(bytes, zero)));
+        }
+        __m128i const sums = _mm_sad_epu8(continuationLanes, zero);
+        __m128i const fours = _mm_sad_epu8(fourByteLanes, zero);
+        continuations += static_cast<std::size_t>(_mm_cvtsi128_si32(sums)) +
+                         static_cast<std::size_t>(_mm_cvtsi128_si32(_mm_srli_si128(sums, 8)));
+        fourByteLeads += static_cast<std::size_t>(_mm_cvtsi128_si32(fours)) +
+                         static_cast<std::size_t>(_mm_cvtsi128_si32(_mm_srli_si128(fours, 8)));
+    }
+    unsigned int any = 0;
+    for (; i < inCount; ++i) {
+        any |= inBytes[i];
+        continuations += (inBytes[i] & 0xC0) == 0x80;
+        fourByteLeads += inBytes[i] >= 0xF0;
+    }
+    if (_mm_movemask_epi8(anyLanes) != 0 || any >= 0x80) {
+        ioAllAscii = false;
+    }
+    return inCount - continuations + fourByteLeads;
+}
+
+// Stores the two bytes in lane Lane of inSequences at the offset in lane Lane
+// of inOffsets.
+template <int Lane>
+inline void StoreSequence(__m128i inSequences, __m128i inOffsets, unsigned char* outBytes) noexcept {
+    std::uint16_t const sequence = static_cast<std::uint16_t>(_mm_extract_epi16(inSequences, Lane));
+    std::memcpy(outBytes + _mm_extract_epi16(inOffsets, Lane), &sequence, sizeof sequence);
+}
+
+/// Encodes kHalfBlock units below U+0800 as UTF-8 at outBytes and returns the
+/// number of bytes (one or two a unit).  May write up to kBlock bytes.
+///
+/// The sequences of all units are formed side by side, each as a 16-bit lead
+/// and continuation byte (the lead alone for ASCII), and a prefix sum of their
+/// lengths gives each its offset, so that the stores do not wait on one another.
+inline std::size_t EncodeBelow800(unsigned short const* inUnits, unsigned char* outBytes) noexcept {
+    __m128i const units = _mm_loadu_si128(reinterpret_cast<__m128i const*>(inUnits));
+    __m128i const two = _mm_cmpgt_epi16(units, _mm_set1_epi16(0x7F));  // all ones for two bytes
+    __m128i const lead = _mm_or_si128(_mm_and_si128(two, _mm_or_si128(_mm_srli_epi16(units, 6), _mm_set1_epi16(0xC0))),
+                                      _mm_andnot_si128(two, units));
+    __m128i const trail = _mm_or_si128(_mm_and_si128(units, _mm_set1_epi16(0x3F)), _mm_set1_epi16(0x80));
+    __m128i const sequences = _mm_or_si128(lead, _mm_slli_epi16(trail, 8));
+    __m128i const lengths = _mm_sub_epi16(_mm_set1_epi16(1), two);
+    __m128i ends = _mm_add_epi16(lengths, _mm_slli_si128(lengths, 2));
+    ends = _mm_add_epi16(ends, _mm_slli_si128(ends, 4));
+    ends = _mm_add_epi16(ends, _mm_slli_si128(ends, 8));
+    __m128i const offsets = _mm_sub_epi16(ends, lengths);
+    StoreSequence<0>(sequences, offsets, outBytes);
+    StoreSequence<1>(sequences, offsets, outBytes);
+    StoreSequence<2>(sequences, offsets, outBytes);
+    StoreSequence<3>(sequences, offsets, outBytes);
+    StoreSequence<4>(sequences, offsets, outBytes);
+    StoreSequence<5>(sequences, offsets, outBytes);
+    StoreSequence<6>(sequences, offsets, outBytes);
+    StoreSequence<7>(sequences, offsets, outBytes);
+    return static_cast<std::size_t>(_mm_extract_epi16(ends, 7));
+}
+
+// Stores the two bytes in lane Lane of inFirstTwo and the byte in lane Lane of
+// inThird at the offset in lane Lane of inOffsets.
+template <int Lane>
+inline void StoreThreeOf(__m128i inFirstTwo, __m128i inThird, __m128i inOffsets, unsigned char* outBytes) noexcept {
+    unsigned char* const out = outBytes + _mm_extract_epi16(inOffsets, Lane);
+    std::uint16_t const firstTwo = static_cast<std::uint16_t>(_mm_extract_epi16(inFirstTwo, Lane));
+    std::memcpy(out, &firstTwo, sizeof firstTwo);
+    out[2] = static_cast<unsigned char>(_mm_extract_epi16(inThird, Lane));
+}
+
+/// Encodes kHalfBlock units that are no surrogates as UTF-8 at outBytes and
+/// returns the number of bytes (one to three a unit).  May write up to
+/// 3 * kHalfBlock + 1 bytes.  The way of EncodeBelow800, for text that mixes
+/// all three lengths: each unit stores its first two bytes and its third,
+/// which the next unit overwrites when the sequence is shorter.
+inline std::size_t EncodeBmpHalf(unsigned short const* inUnits, unsigned char* outBytes) noexcept {
+    __m128i const units = _mm_loadu_si128(reinterpret_cast<__m128i const*>(inUnits));
+    __m128i const zero = _mm_setzero_si128();
+    __m128i const ascii = _mm_cmpeq_epi16(_mm_subs_epu16(units, _mm_set1_epi16(0x7F)), zero);
+    __m128i const below800 = _mm_cmpeq_epi16(_mm_subs_epu16(units, _mm_set1_epi16(0x7FF)), zero);
+    __m128i const two = _mm_andnot_si128(ascii, below800);
+    __m128i const six = _mm_srli_epi16(units, 6);
+    __m128i const lead2 = _mm_or_si128(six, _mm_set1_epi16(0xC0));
+    __m128i const lead3 = _mm_or_si128(_mm_srli_epi16(units, 12), _mm_set1_epi16(0xE0));
+    __m128i const middle3 = _mm_or_si128(_mm_and_si128(six, _mm_set1_epi16(0x3F)), _mm_set1_epi16(0x80));
+    __m128i const last = _mm_or_si128(_mm_and_si128(units, _mm_set1_epi16(0x3F)), _mm_set1_epi16(0x80));
+    __m128i const first = _mm_or_si128(_mm_or_si128(_mm_and_si128(ascii, units), _mm_and_si128(two, lead2)),
+                                       _mm_andnot_si128(below800, lead3));
+    __m128i const second = _mm_or_si128(_mm_and_si128(two, last), _mm_andnot_si128(below800, middle3));
+    __m128i const firstTwo = _mm_or_si128(first, _mm_slli_epi16(second, 8));
+    // Lengths: 3, less one for below U+0800, less one more for ASCII.
+    __m128i const lengths = _mm_add_epi16(_mm_add_epi16(_mm_set1_epi16(3), ascii), below800);
+    __m128i ends = _mm_add_epi16(lengths, _mm_slli_si128(lengths, 2));
+    ends = _mm_add_epi16(ends, _mm_slli_si128(ends, 4));
+    ends = _mm_add_epi16(ends, _mm_slli_si128(ends, 8));
+    __m128i const offsets = _mm_sub_epi16(ends, lengths);
+    StoreThreeOf<0>(firstTwo, last, offsets, outBytes);
+    StoreThreeOf<1>(firstTwo, last, offsets, outBytes);
+    StoreThreeOf<2>(firstTwo, last, offsets, outBytes);
+    StoreThreeOf<3>(firstTwo, last, offsets, outBytes);
+    StoreThreeOf<4>(firstTwo, last, offsets, outBytes);
+    StoreThreeOf<5>(firstTwo, last, offsets, outBytes);
+    StoreThreeOf<6>(firstTwo, last, offsets, outBytes);
+    StoreThreeOf<7>(firstTwo, last, offsets, outBytes);
+    return static_cast<std::size_t>(_mm_extract_epi16(ends, 7));
+}
+
+/// Maps kCaseBlock units if all are ASCII, adding inDelta to the units from
+/// inFirst to inLast; false (nothing written) if a unit is 0x80 or above.
+inline bool MapCaseBlock(unsigned short const* inUnits, unsigned short* outUnits, unsigned short inFirst,
+                         unsigned short inLast, short inDelta) noexcept {
+    __m128i const units = _mm_loadu_si128(reinterpret_cast<__m128i const*>(inUnits));
+    __m128i const zero = _mm_setzero_si128();
+    if (_mm_movemask_epi8(_mm_cmpeq_epi16(_mm_subs_epu16(units, _mm_set1_epi16(0x7F)), zero)) != 0xFFFF) {
         return false;
     }
-    for (std::size_t i = 0; i < kBlock; ++i) {
-        outUnits[i] = inBytes[i];
-    }
+    // Below 0x80 the signed comparisons are exact.
+    __m128i const inRange = _mm_andnot_si128(_mm_cmplt_epi16(units, _mm_set1_epi16(static_cast<short>(inFirst))),
+                                             _mm_cmplt_epi16(units, _mm_set1_epi16(static_cast<short>(inLast + 1))));
+    __m128i const mapped = _mm_add_epi16(units, _mm_and_si128(inRange, _mm_set1_epi16(inDelta)));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(outUnits), mapped);
     return true;
 }
 
-inline bool NarrowBlock(unsigned short const* inUnits, unsigned char* outBytes) noexcept {
-    unsigned short any = 0;
-    for (std::size_t i = 0; i < kBlock; ++i) {
-        any |= inUnits[i];
+// All ones in the 16-bit lanes from inFirst to inLast (small positive values).
+inline __m128i InRange(__m128i inUnits, unsigned short inFirst, unsigned short inLast) noexcept {
+    return _mm_andnot_si128(_mm_cmplt_epi16(inUnits, _mm_set1_epi16(static_cast<short>(inFirst))),
+                            _mm_cmplt_epi16(inUnits, _mm_set1_epi16(static_cast<short>(inLast + 1))));
+}
+
+/// Maps kCaseBlock units if all are below U+0100 and none is one of
+/// inRule.mRefused, adding inRule.mDelta to the units in one of its two ranges
+/// but for inRule.mSkip; false (nothing written) otherwise.
+inline bool MapLatin1Block(unsigned short const* inUnits, unsigned short* outUnits,
+                           Latin1CaseRule const& inRule) noexcept {
+    __m128i const units = _mm_loadu_si128(reinterpret_cast<__m128i const*>(inUnits));
+    __m128i const zero = _mm_setzero_si128();
+    __m128i refused = _mm_cmpgt_epi16(units, _mm_set1_epi16(0xFF));  // signed: also catches 0x8000 and above
+    refused = _mm_or_si128(refused, _mm_cmplt_epi16(units, zero));
+    for (unsigned short refusedUnit : inRule.mRefused) {
+        refused = _mm_or_si128(refused, _mm_cmpeq_epi16(units, _mm_set1_epi16(static_cast<short>(refusedUnit))));
     }
-    if (any >= 0x80) {
+    if (_mm_movemask_epi8(refused) != 0) {
         return false;
     }
+    // Below 0x100 the signed comparisons are exact.
+    __m128i const inFirst = InRange(units, inRule.mFirst[0], inRule.mLast[0]);
+    __m128i const inSecond = InRange(units, inRule.mFirst[1], inRule.mLast[1]);
+    __m128i const skip = _mm_cmpeq_epi16(units, _mm_set1_epi16(static_cast<short>(inRule.mSkip)));
+    __m128i const shifted = _mm_andnot_si128(skip, _mm_or_si128(inFirst, inSecond));
+    __m128i const mapped = _mm_add_epi16(units, _mm_and_si128(shifted, _mm_set1_epi16(inRule.mDelta)));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(outUnits), mapped);
+    return true;
+}
+
+/// Copies kCaseBlock units if all lie from inFirst to inLast; false (nothing
+/// written) if not.
+inline bool CopyBlockInRange(unsigned short const* inUnits, unsigned short* outUnits, unsigned short inFirst,
+                             unsigned short inLast) noexcept {
+    __m128i const units = _mm_loadu_si128(reinterpret_cast<__m128i const*>(inUnits));
+    // Shifted by inFirst (with wrap-around), the range starts at 0, and the
+    // saturating subtraction leaves 0 exactly for the units within it.
+    __m128i const shifted = _mm_sub_epi16(units, _mm_set1_epi16(static_cast<short>(inFirst)));
+    __m128i const beyond = _mm_subs_epu16(shifted, _mm_set1_epi16(static_cast<short>(inLast - inFirst)));
+    if (_mm_movemask_epi8(_mm_cmpeq_epi16(beyond, _mm_setzero_si128())) != 0xFFFF) {
+        return false;
+    }
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(outUnits), units);
+    return true;
+}
+
+#if QUOREL_HAVE_SSSE3_FUNCTIONS
+/// For each set of two-byte units among eight (bit k for unit k), the byte
+/// shuffle that keeps the lead byte of every unit and the second byte of the
+/// two-byte ones, and the length of the result.
+struct CompactionTable {
+    alignas(16) unsigned char mShuffle[256][16];
+    unsigned char mLength[256];
+};
+
+constexpr CompactionTable MakeCompactionTable() {
+    CompactionTable table{};
+    for (unsigned int twoBytes = 0; twoBytes < 256; ++twoBytes) {
+        unsigned int length = 0;
+        for (unsigned int unit = 0; unit < 8; ++unit) {
+            table.mShuffle[twoBytes][length++] = static_cast<unsigned char>(2 * unit);
+            if ((twoBytes >> unit) & 1u) {
+                table.mShuffle[twoBytes][length++] = static_cast<unsigned char>(2 * unit + 1);
+            }
+        }
+        table.mLength[twoBytes] = static_cast<unsigned char>(length);
+        for (unsigned int rest = length; rest < 16; ++rest) {
+            table.mShuffle[twoBytes][rest] = 0x80;  // a zero byte
+        }
+    }
+    return table;
+}
+
+inline constexpr CompactionTable kCompactionTable = MakeCompactionTable();
+
+// EncodeBelow800 with SSSE3: the same sequences, compacted by one shuffle
+// instead of stored one by one.  Writes 16 bytes.
+__attribute__((target("ssse3"))) inline std::size_t EncodeBelow800HalfSsse3(unsigned short const* inUnits,
+                                                                            unsigned char* outBytes) noexcept {
+    __m128i const units = _mm_loadu_si128(reinterpret_cast<__m128i const*>(inUnits));
+    __m128i const two = _mm_cmpgt_epi16(units, _mm_set1_epi16(0x7F));
+    __m128i const lead = _mm_or_si128(_mm_and_si128(two, _mm_or_si128(_mm_srli_epi16(units, 6), _mm_set1_epi16(0xC0))),
+                                      _mm_andnot_si128(two, units));
+    __m128i const trail = _mm_or_si128(_mm_and_si128(units, _mm_set1_epi16(0x3F)), _mm_set1_epi16(0x80));
+    __m128i const sequences = _mm_or_si128(lead, _mm_slli_epi16(trail, 8));
+    unsigned int const twoBytes =
+        static_cast<unsigned int>(_mm_movemask_epi8(_mm_packs_epi16(two, _mm_setzero_si128()))) & 0xFF;
+    __m128i const shuffle = _mm_load_si128(reinterpret_cast<__m128i const*>(kCompactionTable.mShuffle[twoBytes]));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(outBytes), _mm_shuffle_epi8(sequences, shuffle));
+    return kCompactionTable.mLength[twoBytes];
+}
+
+/// Encodes kBlock units below U+0800 as UTF-8 at outBytes with SSSE3 and
+/// returns the number of bytes.  May write up to 2 * kBlock bytes.  Only for
+/// processors that have SSSE3.
+__attribute__((target("ssse3"))) inline std::size_t EncodeBelow800BlockSsse3(unsigned short const* inUnits,
+                                                                             unsigned char* outBytes) noexcept {
+    std::size_t const first = EncodeBelow800HalfSsse3(inUnits, outBytes);
+    return first + EncodeBelow800HalfSsse3(inUnits + kHalfBlock, outBytes + first);
+}
+
+/// For each group of four units that are no surrogates, the shuffle that
+/// keeps the bytes of their sequences out of four 32-bit lanes (first, second
+/// and third byte of each), and the length of the result.  The index has a bit
+/// for each unit that is not ASCII (bits 0-3) and one for each that takes
+/// three bytes (bits 4-7).
+constexpr CompactionTable MakeSequenceTable() {
+    CompactionTable table{};
+    for (unsigned int index = 0; index < 256; ++index) {
+        unsigned int length = 0;
+        for (unsigned int unit = 0; unit < 4; ++unit) {
+            unsigned int const bytes = 1 + ((index >> unit) & 1u) + ((index >> (unit + 4)) & 1u);
+            for (unsigned int byte = 0; byte < bytes; ++byte) {
+                table.mShuffle[index][length++] = static_cast<unsigned char>(4 * unit + byte);
+            }
+        }
+        table.mLength[index] = static_cast<unsigned char>(length);
+        for (unsigned int rest = length; rest < 16; ++rest) {
+            table.mShuffle[index][rest] = 0x80;
+        }
+    }
+    return table;
+}
+
+inline constexpr CompactionTable kSequenceTable = MakeSequenceTable();
+
+// Stores the sequences in the four 32-bit lanes of inSequences, compacted by
+// the shuffle for inIndex (see MakeSequenceTable).  Writes 16 bytes; returns
+// the length.
+__attribute__((target("ssse3"))) inline std::size_t StoreSequencesSsse3(__m128i inSequences, unsigned int inIndex,
+                                                                        unsigned char* outBytes) noexcept {
+    __m128i const shuffle = _mm_load_si128(reinterpret_cast<__m128i const*>(kSequenceTable.mShuffle[inIndex]));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(outBytes), _mm_shuffle_epi8(inSequences, shuffle));
+    return kSequenceTable.mLength[inIndex];
+}
+
+// EncodeBmpHalf with SSSE3: the sequences of each unit side by side in a
+// 32-bit lane, compacted by a shuffle per four units.  Writes up to 3 *
+// kHalfBlock + 4 bytes.
+__attribute__((target("ssse3"))) inline std::size_t EncodeBmpHalfSsse3(unsigned short const* inUnits,
+                                                                       unsigned char* outBytes) noexcept {
+    __m128i const units = _mm_loadu_si128(reinterpret_cast<__m128i const*>(inUnits));
+    __m128i const zero = _mm_setzero_si128();
+    __m128i const ascii = _mm_cmpeq_epi16(_mm_subs_epu16(units, _mm_set1_epi16(0x7F)), zero);
+    __m128i const below800 = _mm_cmpeq_epi16(_mm_subs_epu16(units, _mm_set1_epi16(0x7FF)), zero);
+    __m128i const two = _mm_andnot_si128(ascii, below800);
+    __m128i const six = _mm_srli_epi16(units, 6);
+    __m128i const lead2 = _mm_or_si128(six, _mm_set1_epi16(0xC0));
+    __m128i const lead3 = _mm_or_si128(_mm_srli_epi16(units, 12), _mm_set1_epi16(0xE0));
+    __m128i const middle3 = _mm_or_si128(_mm_and_si128(six, _mm_set1_epi16(0x3F)), _mm_set1_epi16(0x80));
+    __m128i const last = _mm_or_si128(_mm_and_si128(units, _mm_set1_epi16(0x3F)), _mm_set1_epi16(0x80));
+    __m128i const first = _mm_or_si128(_mm_or_si128(_mm_and_si128(ascii, units), _mm_and_si128(two, lead2)),
+                                       _mm_andnot_si128(below800, lead3));
+    __m128i const second = _mm_or_si128(_mm_and_si128(two, last), _mm_andnot_si128(below800, middle3));
+    __m128i const third = _mm_andnot_si128(below800, last);
+    __m128i const firstTwo = _mm_or_si128(first, _mm_slli_epi16(second, 8));
+    unsigned int const notAscii =
+        ~static_cast<unsigned int>(_mm_movemask_epi8(_mm_packs_epi16(ascii, zero))) & 0xFF;
+    unsigned int const three =
+        ~static_cast<unsigned int>(_mm_movemask_epi8(_mm_packs_epi16(below800, zero))) & 0xFF;
+    std::size_t const low = StoreSequencesSsse3(_mm_unpacklo_epi16(firstTwo, third),
+                                                (notAscii & 0xF) | ((three & 0xF) << 4), outBytes);
+    return low + StoreSequencesSsse3(_mm_unpackhi_epi16(firstTwo, third), (notAscii >> 4) | (three & 0xF0),
+                                     outBytes + low);
+}
+
+/// Encodes kBlock units that are no surrogates as UTF-8 at outBytes with
+/// SSSE3 and returns the number of bytes.  May write up to 3 * kBlock + 4
+/// bytes.  Only for processors that have SSSE3.
+__attribute__((target("ssse3"))) inline std::size_t EncodeBmpBlockSsse3(unsigned short const* inUnits,
+                                                                        unsigned char* outBytes) noexcept {
+    std::size_t const first = EncodeBmpHalfSsse3(inUnits, outBytes);
+    return first + EncodeBmpHalfSsse3(inUnits + kHalfBlock, outBytes + first);
+}
+
+/// Whether the processor has SSSE3.
+inline bool HaveSsse3() noexcept {
+    __builtin_cpu_init();
+    return __builtin_cpu_supports("ssse3") != 0;
+}
+#endif
+
+#else  // portable forms
+
+inline std::size_t WidenPrefix(unsigned char const* inBytes, unsigned short* outUnits) noexcept {
+    std::size_t prefix = kBlock;
+    for (std::size_t i = 0; i < kBlock; ++i) {
+        outUnits[i] = inBytes[i];
+        if (inBytes[i] >= 0x80 && prefix == kBlock) {
+            prefix = i;
+        }
+    }
+    return prefix;
+}
+
+inline void NarrowBlock(unsigned short const* inUnits, unsigned char* outBytes) noexcept {
     for (std::size_t i = 0; i < kBlock; ++i) {
         outBytes[i] = static_cast<unsigned char>(inUnits[i]);
     }
-    return true;
 }
 
-inline std::size_t ScanToNul(unsigned short const* inUnits, std::size_t inLimit, bool& ioAllAscii) noexcept {
-    unsigned short any = 0;
+inline unsigned int OrOfUnits(unsigned short const* inUnits) noexcept {
+    unsigned int any = 0;
+    for (std::size_t i = 0; i < kBlock; ++i) {
+        any |= inUnits[i];
+    }
+    return any;
+}
+
+inline unsigned int SurrogateBits(unsigned short const* inUnits) noexcept {
+    unsigned int bits = 0;
+    for (std::size_t i = 0; i < kBlock; ++i) {
+        bits |= (inUnits[i] & 0xF800) == 0xD800 ? 1u << i : 0;
+    }
+    return bits;
+}
+
+// Without SSE2 the block decoders decline and the sequences go one by one.
+inline std::size_t DecodeOneOrTwoByteBlock(unsigned char const*, unsigned short*, std::size_t&) noexcept {
+    return 0;
+}
+
+inline bool DecodeThreeByteBlock(unsigned char const*, unsigned short*) noexcept { return false; }
+
+inline std::size_t ScanUTF16(unsigned short const* inUnits, std::size_t inLimit, std::size_t& outExtra,
+                             bool& outHighSurrogates) noexcept {
+    std::size_t extra = 0;
+    bool high = false;
     std::size_t i = 0;
     for (; i < inLimit && inUnits[i] != 0; ++i) {
-        any |= inUnits[i];
+        unsigned int const unit = inUnits[i];
+        extra += static_cast<std::size_t>(unit >= 0x80) + static_cast<std::size_t>(unit >= 0x800);
+        high = high || (unit & 0xFC00) == 0xD800;
+    }
+    outExtra = extra;
+    outHighSurrogates = high;
+    return i;
+}
+
+inline std::size_t CountSurrogatePairs(unsigned short const* inUnits, std::size_t inCount) noexcept {
+    std::size_t pairs = 0;
+    for (std::size_t i = 0; i + 1 < inCount; ++i) {
+        pairs += (inUnits[i] & 0xFC00) == 0xD800 && (inUnits[i + 1] & 0xFC00) == 0xDC00;
+    }
+    return pairs;
+}
+
+inline std::size_t CountUTF16Units(unsigned char const* inBytes, std::size_t inCount, bool& ioAllAscii) noexcept {
+    std::size_t units = 0;
+    unsigned int any = 0;
+    for (std::size_t i = 0; i < inCount; ++i) {
+        any |= inBytes[i];
+        units += ((inBytes[i] & 0xC0) != 0x80) + (inBytes[i] >= 0xF0);
     }
     if (any >= 0x80) {
         ioAllAscii = false;
     }
-    return i;
+    return units;
 }
+
+inline std::size_t EncodeBelow800(unsigned short const* inUnits, unsigned char* outBytes) noexcept {
+    unsigned char* out = outBytes;
+    for (std::size_t i = 0; i < kHalfBlock; ++i) {
+        unsigned int const unit = inUnits[i];
+        if (unit < 0x80) {
+            *out++ = static_cast<unsigned char>(unit);
+        } else {
+            *out++ = static_cast<unsigned char>(0xC0 | (unit >> 6));
+            *out++ = static_cast<unsigned char>(0x80 | (unit & 0x3F));
+        }
+    }
+    return static_cast<std::size_t>(out - outBytes);
+}
+
+inline bool MapCaseBlock(unsigned short const* inUnits, unsigned short* outUnits, unsigned short inFirst,
+                         unsigned short inLast, short inDelta) noexcept {
+    unsigned short any = 0;
+    for (std::size_t i = 0; i < kCaseBlock; ++i) {
+        any |= inUnits[i];
+    }
+    if (any >= 0x80) {
+        return false;
+    }
+    for (std::size_t i = 0; i < kCaseBlock; ++i) {
+        unsigned short const unit = inUnits[i];
+        outUnits[i] = (unit >= inFirst && unit <= inLast) ? static_cast<unsigned short>(unit + inDelta) : unit;
+    }
+    return true;
+}
+
+inline std::size_t EncodeBmpHalf(unsigned short const* inUnits, unsigned char* outBytes) noexcept {
+    unsigned char* out = outBytes;
+    for (std::size_t i = 0; i < kHalfBlock; ++i) {
+        unsigned int const unit = inUnits[i];
+        if (unit < 0x80) {
+            *out++ = static_cast<unsigned char>(unit);
+        } else if (unit < 0x800) {
+            *out++ = static_cast<unsigned char>(0xC0 | (unit >> 6));
+            *out++ = static_cast<unsigned char>(0x80 | (unit & 0x3F));
+        } else {
+            *out++ = static_cast<unsigned char>(0xE0 | (unit >> 12));
+            *out++ = static_cast<unsigned char>(0x80 | ((unit >> 6) & 0x3F));
+            *out++ = static_cast<unsigned char>(0x80 | (unit & 0x3F));
+        }
+    }
+    return static_cast<std::size_t>(out - outBytes);
+}
+
+inline bool MapLatin1Block(unsigned short const*, unsigned short*, Latin1CaseRule const&) noexcept { return false; }
+
+inline bool CopyBlockInRange(unsigned short const* inUnits, unsigned short* outUnits, unsigned short inFirst,
+                             unsigned short inLast) noexcept {
+    for (std::size_t i = 0; i < kCaseBlock; ++i) {
+        if (inUnits[i] < inFirst || inUnits[i] > inLast) {
+            return false;
+        }
+    }
+    for (std::size_t i = 0; i < kCaseBlock; ++i) {
+        outUnits[i] = inUnits[i];
+    }
+    return true;
+}
+
 #endif
 
 }  // namespace ascii
