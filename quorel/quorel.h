@@ -71,12 +71,22 @@
 #include <quorel/time/FrameRate.h>
 #include <quorel/time/TickTime.h>
 #include <quorel/utility/AllocatorInterface.h>
+#include <quorel/utility/Calculator.h>
 #include <quorel/utility/CaseMapping.h>
+#include <quorel/utility/CodeUnitFacets.h>
 #include <quorel/utility/CodeUnitTraits.h>
 #include <quorel/utility/Export.h>
+#include <quorel/utility/Flags.h>
+#include <quorel/utility/Guid.h>
+#include <quorel/utility/Locale.h>
+#include <quorel/utility/NumberSeparators.h>
+#include <quorel/utility/NumberText.h>
 #include <quorel/utility/RefCountedObject.h>
 #include <quorel/utility/SmallBlockAllocator.h>
+#include <quorel/utility/StandardStreams.h>
+#include <quorel/utility/TextStreams.h>
 #include <quorel/utility/TextUtils.h>
+#include <quorel/utility/UTF16StreamBuffers.h>
 #include <quorel/utility/UnicodeConversion.h>
 #include <quorel/utility/UnicodeString.h>
 

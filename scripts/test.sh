@@ -2,8 +2,9 @@
 # Builds quorel from nothing and runs all its tests:
 #   1. the whole suite in an optimised build;
 #   2. the whole suite under AddressSanitizer + UndefinedBehaviorSanitizer;
-#   3. the tests of threaded code (namespaces threads and debug) under ThreadSanitizer;
-#   4. an outside project built against the installed package, with CMake and pkg-config.
+#   3. the whole suite again under ThreadSanitizer (threads, allocator, dialogs);
+#   4. an outside project built against the installed package, with CMake and pkg-config;
+#   5. the fuzz targets (clang, libFuzzer) for QUOREL_FUZZ_SECONDS each (default 60).
 # Usage: scripts/test.sh [--quick]   (--quick runs step 1 only)
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -31,10 +32,10 @@ configure_and_build build/asan -DCMAKE_BUILD_TYPE=Debug -DQUOREL_SANITIZE=addres
 ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1 \
     ctest --test-dir build/asan --output-on-failure -j "$jobs"
 
-echo "== ThreadSanitizer, thread tests"
+echo "== ThreadSanitizer, all tests"
 configure_and_build build/tsan -DCMAKE_BUILD_TYPE=Debug -DQUOREL_SANITIZE=thread -DQUOREL_BUILD_EXAMPLES=OFF
 TSAN_OPTIONS=halt_on_error=1:second_deadlock_stack=1 \
-    ctest --test-dir build/tsan --output-on-failure -j "$jobs" -L '^(threads|debug)$'
+    ctest --test-dir build/tsan --output-on-failure -j "$jobs"
 
 echo "== An outside project against the installed package"
 prefix=$PWD/build/install
@@ -48,4 +49,6 @@ export PKG_CONFIG_PATH
 g++ examples/consumer/main.cpp -o build/consumer/quorel_consumer_pc $(pkg-config --cflags --libs quorel) \
     -Wl,-rpath,"$prefix/lib"
 build/consumer/quorel_consumer_pc
+echo "== Fuzz targets"
+scripts/fuzz.sh "${QUOREL_FUZZ_SECONDS:-60}"
 echo "== All tests passed"

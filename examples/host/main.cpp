@@ -6,6 +6,7 @@
 #include "Files.h"
 #include "Layout.h"
 #include "MediaTime.h"
+#include "NumbersAndText.h"
 
 #include <cstdio>
 #include <stdexcept>
@@ -122,6 +123,7 @@ int main() {
                 Narrow(cfg::GetClientVersion()).c_str());
 
     ShowText();
+    ShowNumbersAndText();
     ShowMediaTime();
     ShowLayout();
     ShowFiles();
