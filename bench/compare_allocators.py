@@ -3,13 +3,16 @@
 
     quorel_allocator_bench --benchmark_out=alloc.json --benchmark_out_format=json \
         --benchmark_repetitions=3
-    bench/compare_allocators.py alloc.json [--markdown]
+    bench/compare_allocators.py alloc.json [--stat median|min|mean] [--markdown]
 
 Benchmark names are scenario/allocator/size (the floor is floor/atomics/0).
-Every figure is nanoseconds per operation: per allocation-plus-release pair,
-or per 4 KiB string in the string scenario.  In the two-thread scenario the
-figure is the time per pair as each thread sees it.  With repetitions the
-median is used, otherwise the mean of the runs of a name.
+Every figure is nanoseconds per operation (wall-clock time): per
+allocation-plus-release pair, or per 4 KiB string in the string scenario.  In
+the two-thread scenario the figure is the time per pair as each thread sees
+it.  With repetitions (run without --benchmark_report_aggregates_only) the
+statistic of the repetitions is taken, the median by default; on a machine
+that other work shares, the minimum is the steadier estimate.  When the file
+holds only aggregates, their median is used.
 
 For each scenario one table: a row per size, a column per allocator, then the
 ratios quorel/peer (above 1: quorel is slower) and quorel/floor, the floor
@@ -41,7 +44,7 @@ def ns_per_op(entry):
     return time_ns / pairs
 
 
-def load(path):
+def load(path, statistic):
     with open(path) as handle:
         data = json.load(handle)
     medians = {}
@@ -58,8 +61,9 @@ def load(path):
                 medians[key] = ns_per_op(entry)
         else:
             samples[key].append(ns_per_op(entry))
-    results = {key: statistics.mean(values) for key, values in samples.items()}
-    results.update(medians)
+    reduce = {"median": statistics.median, "min": min, "mean": statistics.mean}[statistic]
+    results = dict(medians)
+    results.update({key: reduce(values) for key, values in samples.items()})
     return data.get("context", {}), results
 
 
@@ -96,10 +100,12 @@ def render(rows, markdown):
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("json", help="output of --benchmark_out=FILE --benchmark_out_format=json")
+    parser.add_argument("--stat", choices=["median", "min", "mean"], default="median",
+                        help="statistic over the repetitions of a benchmark (default: median)")
     parser.add_argument("--markdown", action="store_true", help="print Markdown tables")
     arguments = parser.parse_args()
 
-    context, results = load(arguments.json)
+    context, results = load(arguments.json, arguments.stat)
     floor = results.get(("floor", "atomics", 0))
     allocators = ["quorel"] + [peer for peer in PEERS if any(key[1] == peer for key in results)]
     peers = allocators[1:]
@@ -108,7 +114,8 @@ def main():
           f"{context.get('mhz_per_cpu', '?')} MHz, load {context.get('load_avg', '?')}")
     if floor is not None:
         print(f"floor (10 atomic RMWs on private cache lines, one pair): {fmt(floor)} ns")
-    print("figures: ns per operation; ratios quorel/other, above 1 means quorel is slower")
+    print(f"figures: ns per operation ({arguments.stat} of the repetitions); "
+          "ratios quorel/other, above 1 means quorel is slower")
 
     for scenario, title in SCENARIOS:
         sizes = sorted({key[2] for key in results if key[0] == scenario})

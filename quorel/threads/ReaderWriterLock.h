@@ -19,8 +19,9 @@ namespace threads {
 /// that has announced itself adds 0x10000.  Once a writer is about, no new
 /// reader gets in until it is done, and a reader that must not wait learns
 /// that at once: AcquireRead(true) is a single compare-and-exchange that fails
-/// instead of blocking.  With no writer about, entering and leaving the read
-/// side are one compare-and-exchange each and take no mutex.
+/// instead of blocking.  With no writer about, entering the read side is one
+/// compare-and-exchange, leaving it one atomic subtraction, and neither takes
+/// a mutex.
 ///
 /// The writer mutex is always taken before the drain mutex.  A thread must not
 /// ask for the write side while it holds the read side of the same lock: the
@@ -44,15 +45,13 @@ struct QRL_EXPORT ReaderWriterLock {
     }
 
     /// Leaves the read side; the last reader wakes a writer that waits to drain.
+    /// One atomic subtraction; only the last reader out while a writer is
+    /// about goes on to the drain mutex.
     void ReleaseRead() {
-        std::uint32_t state = mState.load(std::memory_order_relaxed);
-        while (state < kWriterUnit || (state & kReaderMask) >= 2) {
-            if (mState.compare_exchange_weak(state, state - 1, std::memory_order_release,
-                                             std::memory_order_relaxed)) {
-                return;
-            }
+        std::uint32_t const before = mState.fetch_sub(1, std::memory_order_release);
+        if (before >= kWriterUnit && (before & kReaderMask) == 1) {
+            WakeDrainingWriter();
         }
-        ReleaseLastReaderBeforeWriter();
     }
 
     /// Enters the write side once all readers inside have left.  With
@@ -63,7 +62,9 @@ struct QRL_EXPORT ReaderWriterLock {
 
     /// The slow paths of the read side, out of line.
     bool AcquireReadBehindWriters();
-    void ReleaseLastReaderBeforeWriter();
+    /// Wakes a writer that waits for the readers to drain, after the last
+    /// reader has left.
+    void WakeDrainingWriter();
 
     static constexpr std::uint32_t kWriterUnit = 0x10000;
     static constexpr std::uint32_t kReaderMask = 0xFFFF;

@@ -15,9 +15,12 @@ bool ReaderWriterLock::AcquireReadBehindWriters() {
     return true;
 }
 
-void ReaderWriterLock::ReleaseLastReaderBeforeWriter() {
-    // The last reader out while a writer is about: wake the writer that drains.
-    mState.fetch_sub(1, std::memory_order_release);
+// The last reader out while a writer is about: wake the writer that drains.
+// The reader count is already 0.  A writer either waits on the condition
+// already (it counted itself under the drain mutex and then found a reader
+// inside) and is woken here, or it takes the drain mutex after this and finds
+// no reader.
+void ReaderWriterLock::WakeDrainingWriter() {
     boost::lock_guard<boost::mutex> drain(mDrainMutex);
     if (mWaitingWriters > 0) {
         mCondition.notify_one();

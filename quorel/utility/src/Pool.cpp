@@ -23,24 +23,6 @@ public:
     char const* what() const noexcept override { return "bad allocation"; }
 };
 
-// Holds the read side of the state lock for a scope, if it could be had at once.
-class TryReadLock {
-public:
-    explicit TryReadLock(threads::ReaderWriterLock& inLock) : mLock(inLock), mHeld(inLock.AcquireRead(true)) {}
-    ~TryReadLock() {
-        if (mHeld) {
-            mLock.ReleaseRead();
-        }
-    }
-    TryReadLock(TryReadLock const&) = delete;
-    TryReadLock& operator=(TryReadLock const&) = delete;
-    bool Held() const noexcept { return mHeld; }
-
-private:
-    threads::ReaderWriterLock& mLock;
-    bool const mHeld;
-};
-
 }  // namespace
 
 Pool::Pool(unsigned int inBlockSize, unsigned int inFirstChunkSize, unsigned int inSecondChunkSize,
@@ -56,11 +38,18 @@ Pool::Pool(unsigned int inBlockSize, unsigned int inFirstChunkSize, unsigned int
     mChunksByLoad.reserve(256);
 }
 
-void* Pool::Allocate(unsigned int inSize) {
-    QRL_INPUT_CONTRACT(inSize <= BlockSize());
-    if (void* block = TryFastAllocate()) {
-        return block;
-    }
+void* Pool::Allocate(unsigned int inSize) { return AllocateBlock(inSize); }
+
+bool Pool::Dispose(void* inBlock, unsigned int inSize) { return DisposeBlock(inBlock, inSize); }
+
+// The fast paths check "inSize <= BlockSize()" with a single compare and come
+// here only when it fails; the report names the contract as it is written.
+// If the report returns, the operation goes on.
+void Pool::ReportOversizedRequest(unsigned int inSize) { QRL_INPUT_CONTRACT(inSize <= BlockSize()); }
+
+// The fast path found no block: lock the mutex and try once more, then change
+// the collections with the state unpublished.
+void* Pool::AllocateSlow() {
     boost::lock_guard<boost::recursive_mutex> lock(mMutex);
     if (void* block = TryFastAllocate()) {
         return block;
@@ -74,25 +63,6 @@ void* Pool::Allocate(unsigned int inSize) {
         throw;
     }
     SetPublished(true);
-    return block;
-}
-
-// One try of the read lock, one pop and two counter updates.
-void* Pool::TryFastAllocate() {
-    TryReadLock readLock(mStateLock);
-    if (!readLock.Held() || mPublished.load(std::memory_order_acquire) == nullptr) {
-        return nullptr;
-    }
-    ChunkHeader* const chunk = mCurrentChunk.load(std::memory_order_relaxed);
-    return chunk != nullptr ? PopCounted(chunk) : nullptr;
-}
-
-void* Pool::PopCounted(ChunkHeader* inChunk) {
-    void* const block = inChunk->Pop();
-    if (block != nullptr) {
-        inChunk->mUsedBlocks.fetch_add(1, std::memory_order_relaxed);
-        mFreeBlocks.fetch_sub(1, std::memory_order_relaxed);
-    }
     return block;
 }
 
@@ -114,9 +84,9 @@ void* Pool::AllocateLocked() {
     return PopCounted(chunk);
 }
 
-bool Pool::Dispose(void* inBlock, unsigned int inSize) {
-    QRL_INPUT_CONTRACT(inSize <= BlockSize());
-    ReleaseOutcome outcome = TryFastRelease(inBlock);
+// The fast release couldn't get in, or it emptied a chunk that may go back.
+bool Pool::DisposeSlow(void* inBlock, ReleaseOutcome inOutcome) {
+    ReleaseOutcome outcome = inOutcome;
     if (outcome == kReleaseNotEntered) {
         // Every change of the collections happens under the mutex, so holding
         // it keeps them and the chunks steady without the read lock.
@@ -133,30 +103,8 @@ bool Pool::Dispose(void* inBlock, unsigned int inSize) {
     return outcome != kReleaseNotMine;
 }
 
-Pool::ReleaseOutcome Pool::TryFastRelease(void* inBlock) {
-    TryReadLock readLock(mStateLock);
-    if (!readLock.Held() || mPublished.load(std::memory_order_acquire) == nullptr) {
-        return kReleaseNotEntered;
-    }
-    ChunkHeader* const chunk = FindChunk(inBlock);
-    return chunk != nullptr ? ReleaseInto(chunk, inBlock) : kReleaseNotMine;
-}
-
-Pool::ReleaseOutcome Pool::ReleaseInto(ChunkHeader* inChunk, void* inBlock) {
-    mFreeBlocks.fetch_add(1, std::memory_order_relaxed);
-    inChunk->Push(inBlock);
-    if (inChunk->mUsedBlocks.fetch_sub(1, std::memory_order_acq_rel) != 1) {
-        return kReleased;
-    }
-    return mChunksByLoad.size() > ChunksToKeep() ? kReleasedEmptiedChunk : kReleased;
-}
-
-// The current chunk first, else the chunk with the greatest address below the block.
-ChunkHeader* Pool::FindChunk(void const* inBlock) const {
-    ChunkHeader* const current = mCurrentChunk.load(std::memory_order_relaxed);
-    if (current != nullptr && current->Contains(inBlock)) {
-        return current;
-    }
+// The chunk with the greatest address below the block, if the block lies within it.
+ChunkHeader* Pool::FindChunkByAddress(void const* inBlock) const {
     auto above = mChunksByAddress.upper_bound(reinterpret_cast<std::uintptr_t>(inBlock));
     if (above == mChunksByAddress.begin()) {
         return nullptr;

@@ -111,7 +111,7 @@ void BuildPools() {
 // Starts the allocator at its first use.  While one thread builds the pools,
 // every allocation (of that thread and of others, which don't wait) goes to
 // the aligned allocation; no pool claims those blocks later.
-bool IsRunning() {
+QUOREL_POOL_COLD bool StartOrAskAgain() {
     int state = sState.load(std::memory_order_acquire);
     if (state == kRunning) {
         return true;
@@ -122,6 +122,15 @@ bool IsRunning() {
     BuildPools();
     sState.store(kRunning, std::memory_order_release);
     return true;
+}
+
+// Once the allocator runs, the test is one acquire load (which pairs with the
+// store that ended the start, so the table and the pools are seen complete).
+inline bool IsRunning() {
+    if (QUOREL_POOL_LIKELY(sState.load(std::memory_order_acquire) == kRunning)) {
+        return true;
+    }
+    return StartOrAskAgain();
 }
 
 // The pool that Allocate and Dispose select for a size, or null.
@@ -136,26 +145,36 @@ inline Pool* SelectPool(unsigned int inSize) {
 
 namespace SmallBlockAllocator {
 
+// The entry points call the pools' inline fast paths directly, not through
+// the virtual functions of AllocatorInterface.
 void* Allocate(unsigned int inSize) {
-    Pool* const pool = IsRunning() ? SelectPool(inSize) : nullptr;
-    return pool != nullptr ? pool->Allocate(inSize) : platform::AlignedAllocate(inSize, kAlignment);
+    if (QUOREL_POOL_LIKELY(IsRunning())) {
+        if (Pool* const pool = SelectPool(inSize)) {
+            return pool->AllocateBlock(inSize);
+        }
+    }
+    return platform::AlignedAllocate(inSize, kAlignment);
 }
 
 void Dispose(void* inBlock, unsigned int inSize) {
     if (inBlock == nullptr) {
         return;
     }
-    Pool* const pool = IsRunning() ? SelectPool(inSize) : nullptr;
-    if (pool == nullptr || !pool->Dispose(inBlock, inSize)) {
-        platform::AlignedFree(inBlock);
+    if (QUOREL_POOL_LIKELY(IsRunning())) {
+        if (Pool* const pool = SelectPool(inSize)) {
+            if (QUOREL_POOL_LIKELY(pool->DisposeBlock(inBlock, inSize))) {
+                return;
+            }
+        }
     }
+    platform::AlignedFree(inBlock);
 }
 
 unsigned int GetActualAllocationSize(unsigned int inSize) {
     if (inSize > kLargestTableSize || !IsRunning()) {
         return inSize;
     }
-    return sTable[inSize]->BlockSize();
+    return sTable[inSize]->BlockBytes();
 }
 
 bool Metrics::GetSnapshot(Snapshot& /*outSnapshot*/) { return false; }
