@@ -17,4 +17,4 @@ install_packages() {
 # What building the library takes.
 QUOREL_BUILD_PACKAGES=(g++ cmake ninja-build pkg-config libboost-thread-dev uuid-dev)
 # What the tests take beyond that.
-QUOREL_TEST_PACKAGES=(libgtest-dev unicode-data libtiff-tools)
+QUOREL_TEST_PACKAGES=(libgtest-dev unicode-data libtiff-tools libglib2.0-dev)

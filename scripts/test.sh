@@ -34,7 +34,7 @@ ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1 \
 
 echo "== ThreadSanitizer, all tests"
 configure_and_build build/tsan -DCMAKE_BUILD_TYPE=Debug -DQUOREL_SANITIZE=thread -DQUOREL_BUILD_EXAMPLES=OFF
-TSAN_OPTIONS=halt_on_error=1:second_deadlock_stack=1 \
+TSAN_OPTIONS="halt_on_error=1:second_deadlock_stack=1:suppressions=$PWD/scripts/tsan.supp" \
     ctest --test-dir build/tsan --output-on-failure -j "$jobs"
 
 echo "== An outside project against the installed package"

@@ -3,6 +3,7 @@
 // with a deferred reporter and lets a failed contract reach its manager.
 #include <quorel/quorel.h>
 
+#include "Executors.h"
 #include "Files.h"
 #include "Layout.h"
 #include "MediaTime.h"
@@ -101,7 +102,7 @@ void CollectDeferredErrors() {
 
 void FailContract() {
     std::printf("A failed contract (an empty address range):\n");
-    char buffer[4];
+    char buffer[4] = {};
     try {
         quorel::debug::IsValidAddressRange(buffer, buffer, false);
         std::printf("  the manager returned\n");
@@ -127,6 +128,7 @@ int main() {
     ShowMediaTime();
     ShowLayout();
     ShowFiles();
+    ShowExecutors();
     CollectDeferredErrors();
     std::fflush(stdout);
     FailContract();

@@ -24,14 +24,11 @@ constexpr std::chrono::seconds kPatience{10};
 /// An exception of the body is rethrown here.
 template <typename Body>
 void FinishesInTime(char const* inWhat, Body&& inBody) {
-    std::packaged_task<void()> task([&] { inBody(); });
-    std::future<void> finished = task.get_future();
-    std::thread runner(std::move(task));
+    std::future<void> finished = std::async(std::launch::async, [&] { inBody(); });
     if (finished.wait_for(kPatience) != std::future_status::ready) {
         std::fprintf(stderr, "FATAL: '%s' did not finish in time; a thread primitive is stuck\n", inWhat);
         std::abort();
     }
-    runner.join();
     finished.get();
 }
 
@@ -73,9 +70,7 @@ public:
     NoContractDialog() : mWasEnabled(quorel::debug::IsContractDialogEnabled()) {
         quorel::debug::DisableContractDialog();
     }
-    ~NoContractDialog() {
-        if (mWasEnabled) quorel::debug::EnableContractDialog();
-    }
+    ~NoContractDialog() { if (mWasEnabled) quorel::debug::EnableContractDialog(); }
 
 private:
     bool mWasEnabled;

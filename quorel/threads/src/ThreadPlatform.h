@@ -18,6 +18,8 @@ std::uint32_t CurrentThreadID() noexcept;
 /// value).  True when the thread runs at that level afterwards.
 bool ApplyCurrentThreadPriority(ThreadPriority inPriority) noexcept;
 
+/// The number of processors that the calling process may run on (at least 1).
+int ProcessorCount() noexcept;
 /// Atomic access to a caller's plain 32-bit word (the CallOnce flag): a load
 /// with acquire order and a store with release order.  The word must be
 /// naturally aligned and accessed only through these two while threads share it.

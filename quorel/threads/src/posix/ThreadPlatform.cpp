@@ -3,6 +3,7 @@
 #include "../ThreadPlatform.h"
 
 #include <cerrno>
+#include <sched.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -44,6 +45,19 @@ int NiceFor(ThreadPriority inPriority) noexcept {
 }
 
 }  // namespace
+
+int ProcessorCount() noexcept {
+    cpu_set_t set;
+    CPU_ZERO(&set);
+    if (::sched_getaffinity(0, sizeof set, &set) == 0) {
+        int const count = CPU_COUNT(&set);
+        if (count > 0) {
+            return count;
+        }
+    }
+    long const online = ::sysconf(_SC_NPROCESSORS_ONLN);
+    return online > 0 ? static_cast<int>(online) : 1;
+}
 
 std::uint32_t CurrentThreadID() noexcept { return static_cast<std::uint32_t>(::syscall(SYS_gettid)); }
 
