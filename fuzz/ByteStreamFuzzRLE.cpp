@@ -4,56 +4,34 @@
 // else; coding the decoded bytes again and decoding that must give them back.
 #include <quorel/filesupport/BufferByteStream.h>
 #include <quorel/filesupport/BufferedByteStream.h>
-#include <quorel/filesupport/ByteStreamOperators.h>
 #include <quorel/filesupport/RLEByteStream.h>
-#include <quorel/filesupport/StringByteStream.h>
 
-#include <cstdint>
-#include <cstdlib>
-#include <string>
+#include "FuzzSupport.h"
 
 namespace fs = quorel::filesupport;
-
-namespace {
-
-std::string Decode(fs::IByteStream& ioCoded) {
-    fs::IRLEByteStream decoder(ioCoded);
-    std::string plain;
-    fs::OStringByteStream out(plain);
-    out << decoder;  // ends quietly at the coded data's end
-    return plain;
-}
-
-std::string Encode(std::string const& inPlain) {
-    std::string coded;
-    fs::OStringByteStream out(coded);
-    fs::ORLEByteStream coder(out);
-    coder.WriteBlock(reinterpret_cast<unsigned char const*>(inPlain.data()),
-                     static_cast<std::uint32_t>(inPlain.size()));
-    coder.Flush();
-    return coded;
-}
-
-}  // namespace
+using namespace quorel::fuzzing;
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* inData, std::size_t inSize) {
+    auto const decode = [](fs::IByteStream& ioCoded) {
+        fs::IRLEByteStream decoder(ioCoded);
+        return Written([&](fs::OByteStream& ioOut) { ioOut << decoder; });  // ends quietly at the coded data's end
+    };
     fs::IBufferByteStream direct(inData, inSize);
-    std::string const plain = Decode(direct);
+    std::string const plain = decode(direct);
 
     // The same bytes through a small read window decode the same.
     fs::IBufferByteStream source(inData, inSize);
     fs::IBufferedByteStream buffered(source, 64, 16);
-    if (Decode(buffered) != plain) {
-        std::abort();
-    }
+    Require(decode(buffered) == plain);
 
-    std::string coded = Encode(plain);
-    if (coded.size() > plain.size() + (plain.size() + 127) / 128) {
-        std::abort();  // PackBits never grows data by more than one byte in 128
-    }
+    std::string coded = Written([&](fs::OByteStream& ioOut) {
+        fs::ORLEByteStream coder(ioOut);
+        coder.WriteBlock(reinterpret_cast<unsigned char const*>(plain.data()),
+                         static_cast<std::uint32_t>(plain.size()));
+        coder.Flush();
+    });
+    Require(coded.size() <= plain.size() + (plain.size() + 127) / 128);  // at most one byte in 128 more
     fs::IStringByteStream again(coded);
-    if (Decode(again) != plain) {
-        std::abort();
-    }
+    Require(decode(again) == plain);
     return 0;
 }

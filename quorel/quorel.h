@@ -33,6 +33,7 @@
 #include <quorel/config/ReplacementValue.h>
 #include <quorel/debug/Debug.h>
 #include <quorel/debug/Dialogs.h>
+#include <quorel/filesupport/AdapterByteStream.h>
 #include <quorel/filesupport/BufferByteStream.h>
 #include <quorel/filesupport/BufferedByteStream.h>
 #include <quorel/filesupport/ByteStream.h>
@@ -47,6 +48,7 @@
 #include <quorel/filesupport/FileExceptions.h>
 #include <quorel/filesupport/FileHelper.h>
 #include <quorel/filesupport/FileNameCompare.h>
+#include <quorel/filesupport/PathBase.h>
 #include <quorel/filesupport/PlatformByteStream.h>
 #include <quorel/filesupport/RLEByteStream.h>
 #include <quorel/filesupport/RelativePath.h>
@@ -56,6 +58,8 @@
 #include <quorel/geom/PlatformConversion.h>
 #include <quorel/geom/Point.h>
 #include <quorel/geom/Rect.h>
+#include <quorel/threads/AsyncEventLoopExecutor.h>
+#include <quorel/threads/AsyncExecutor.h>
 #include <quorel/threads/Barrier.h>
 #include <quorel/threads/CallOnce.h>
 #include <quorel/threads/ReaderWriterLock.h>
@@ -66,6 +70,7 @@
 #include <quorel/threads/ThreadErrors.h>
 #include <quorel/threads/ThreadGroup.h>
 #include <quorel/threads/ThreadID.h>
+#include <quorel/threads/ThreadMessages.h>
 #include <quorel/threads/ThreadPriority.h>
 #include <quorel/threads/ThreadTraceScope.h>
 #include <quorel/time/FrameRate.h>

@@ -2,6 +2,7 @@
 #ifndef QUOREL_FILESUPPORT_FILEHELPER_H
 #define QUOREL_FILESUPPORT_FILEHELPER_H
 
+#include <quorel/filesupport/PathBase.h>
 #include <quorel/utility/Export.h>
 #include <quorel/utility/UnicodeString.h>
 
@@ -10,12 +11,10 @@
 namespace quorel {
 namespace filesupport {
 
-class Dir;
-
 /// Holds the normalised path of a file: backslashes as separators, no doubled
 /// backslash but a leading UNC pair, no long-path prefix ("\\?\" or
 /// "\\?\UNC\").  "." and ".." components and the case of the text stay.
-class QRL_EXPORT FileHelper {
+class QRL_EXPORT FileHelper : public PathHelperBase {
 public:
     /// Normalises inPath.
     explicit FileHelper(UTF16String const& inPath);
@@ -27,19 +26,10 @@ public:
     /// The directory's path, one backslash, inName, normalised.
     FileHelper(Dir const& inDir, UTF16String const& inName);
 
-    /// The stored, normalised path.
-    UTF16String const& Path() const;
-
-    /// The path as the system's calls take it.  On POSIX every backslash
-    /// becomes a slash.
-    UTF16String FullNativePath() const;
-
 private:
     friend class File;
     struct StoredPath {};
     FileHelper(StoredPath, UTF16String const& inPath);
-
-    UTF16String mPath;
 };
 
 }  // namespace filesupport

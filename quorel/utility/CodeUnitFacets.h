@@ -49,6 +49,11 @@ class CodeUnitCtype : public std::locale::facet, public std::ctype_base {
 public:
     using char_type = Unit;
 
+    /// The facet's identity in a locale, that of std::ctype<Unit>.
+    static std::locale::id id;
+
+    explicit CodeUnitCtype(std::size_t inRefs = 0) : std::locale::facet(inRefs) {}
+
     bool is(mask inMask, char_type inUnit) const { return do_is(inMask, inUnit); }
     char_type const* is(char_type const* inBegin, char_type const* inEnd, mask* outMasks) const {
         return do_is(inBegin, inEnd, outMasks);
@@ -73,7 +78,6 @@ public:
     }
 
 protected:
-    explicit CodeUnitCtype(std::size_t inRefs) : std::locale::facet(inRefs) {}
     ~CodeUnitCtype() override;
 
     virtual bool do_is(mask inMask, char_type inUnit) const;
@@ -103,12 +107,20 @@ using PunctuationString = std::basic_string<Unit, CodeUnitTraits<Unit>>;
 #endif
 
 /// The interface of std::numpunct<Unit> for a code unit type: fixed values
-/// given at construction.
+/// given at construction.  The default is that of the "C" locale: ".", ","
+/// and no grouping.
 template <class Unit>
 class CodeUnitNumpunct : public std::locale::facet {
 public:
     using char_type = Unit;
     using string_type = PunctuationString<Unit>;
+
+    /// The facet's identity in a locale, that of std::numpunct<Unit>.
+    static std::locale::id id;
+
+    explicit CodeUnitNumpunct(std::size_t inRefs = 0);
+    CodeUnitNumpunct(char_type inDecimalPoint, char_type inThousandsSeparator, std::string inGrouping,
+                     std::size_t inRefs = 0);
 
     char_type decimal_point() const { return do_decimal_point(); }
     char_type thousands_sep() const { return do_thousands_sep(); }
@@ -117,8 +129,6 @@ public:
     string_type falsename() const { return do_falsename(); }
 
 protected:
-    CodeUnitNumpunct(char_type inDecimalPoint, char_type inThousandsSeparator, std::string inGrouping,
-                     std::size_t inRefs);
     ~CodeUnitNumpunct() override;
 
     virtual char_type do_decimal_point() const;
@@ -143,54 +153,35 @@ extern template class QRL_EXPORT CodeUnitNumpunct<unsigned short>;
 
 namespace std {
 
+// The facets of the code unit types are the library's own, with the
+// constructors and identities of their bases.
+
 /// Classification and conversion of UTF-8 code units.
 template <>
 class QRL_EXPORT ctype<unsigned char> : public quorel::detail::CodeUnitCtype<unsigned char> {
 public:
-    static locale::id id;
-    explicit ctype(size_t inRefs = 0);
-
-protected:
-    ~ctype() override;
+    using CodeUnitCtype::CodeUnitCtype;
 };
 
 /// Classification and conversion of UTF-16 code units.
 template <>
 class QRL_EXPORT ctype<unsigned short> : public quorel::detail::CodeUnitCtype<unsigned short> {
 public:
-    static locale::id id;
-    explicit ctype(size_t inRefs = 0);
-
-protected:
-    ~ctype() override;
+    using CodeUnitCtype::CodeUnitCtype;
 };
 
-/// Numeric punctuation for UTF-8 streams.  The default is that of the "C"
-/// locale: ".", "," and no grouping.
+/// Numeric punctuation for UTF-8 streams.
 template <>
 class QRL_EXPORT numpunct<unsigned char> : public quorel::detail::CodeUnitNumpunct<unsigned char> {
 public:
-    static locale::id id;
-    explicit numpunct(size_t inRefs = 0);
-    numpunct(unsigned char inDecimalPoint, unsigned char inThousandsSeparator, string inGrouping,
-             size_t inRefs = 0);
-
-protected:
-    ~numpunct() override;
+    using CodeUnitNumpunct::CodeUnitNumpunct;
 };
 
-/// Numeric punctuation for UTF-16 streams.  The default is that of the "C"
-/// locale: ".", "," and no grouping.
+/// Numeric punctuation for UTF-16 streams.
 template <>
 class QRL_EXPORT numpunct<unsigned short> : public quorel::detail::CodeUnitNumpunct<unsigned short> {
 public:
-    static locale::id id;
-    explicit numpunct(size_t inRefs = 0);
-    numpunct(unsigned short inDecimalPoint, unsigned short inThousandsSeparator, string inGrouping,
-             size_t inRefs = 0);
-
-protected:
-    ~numpunct() override;
+    using CodeUnitNumpunct::CodeUnitNumpunct;
 };
 
 // The number facets of the library's stream iterators live in the library, so

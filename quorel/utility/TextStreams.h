@@ -53,47 +53,63 @@ public:
     ~UTF16OutputStream() override;
 };
 
-/// Reads UTF-16 text from its own copy of a string.
-class QRL_EXPORT iUTF16StringStream
-    : public std::basic_istringstream<unsigned short, CodeUnitTraits<unsigned short>,
-                                      utility::SmallBlockAllocator::STLAllocator<unsigned short>> {
+namespace utility {
+
+/// The text of quorel's string streams of Unit.
+template <class Unit>
+using StreamText = std::basic_string<Unit, CodeUnitTraits<Unit>, SmallBlockAllocator::STLAllocator<Unit>>;
+
+/// A standard input string stream of code units that reads its own copy of a
+/// text, starting in Locale::Default().  iUTF16StringStream and
+/// iUTF8StringStream are its two forms.
+template <class Unit>
+class InputStringStream
+    : public std::basic_istringstream<Unit, CodeUnitTraits<Unit>, SmallBlockAllocator::STLAllocator<Unit>> {
 public:
     /// Reads a copy of inText.
-    explicit iUTF16StringStream(UTF16String const& inText);
+    explicit InputStringStream(StreamText<Unit> const& inText);
     /// Reads a copy of the nul-terminated inText; null reads as empty text.
-    explicit iUTF16StringStream(unsigned short const* inText);
-    ~iUTF16StringStream() override;
+    explicit InputStringStream(Unit const* inText);
+    ~InputStringStream() override;
+};
+
+/// A standard output string stream of code units, starting in
+/// Locale::Default(); str() returns the text.  oUTF16StringStream and
+/// oUTF8StringStream are its two forms.
+template <class Unit>
+class OutputStringStream
+    : public std::basic_ostringstream<Unit, CodeUnitTraits<Unit>, SmallBlockAllocator::STLAllocator<Unit>> {
+public:
+    OutputStringStream();
+    ~OutputStringStream() override;
+};
+
+extern template class QRL_EXPORT InputStringStream<unsigned short>;
+extern template class QRL_EXPORT InputStringStream<unsigned char>;
+extern template class QRL_EXPORT OutputStringStream<unsigned short>;
+extern template class QRL_EXPORT OutputStringStream<unsigned char>;
+
+}  // namespace utility
+
+/// Reads UTF-16 text from its own copy of a string: constructed from a
+/// UTF16String or from a nul-terminated array of units (null reads as empty).
+class QRL_EXPORT iUTF16StringStream : public utility::InputStringStream<unsigned short> {
+public:
+    using InputStringStream::InputStringStream;
 };
 
 /// Collects UTF-16 text; str() returns it.
-class QRL_EXPORT oUTF16StringStream
-    : public std::basic_ostringstream<unsigned short, CodeUnitTraits<unsigned short>,
-                                      utility::SmallBlockAllocator::STLAllocator<unsigned short>> {
-public:
-    oUTF16StringStream();
-    ~oUTF16StringStream() override;
-};
+class QRL_EXPORT oUTF16StringStream : public utility::OutputStringStream<unsigned short> {};
 
-/// Reads UTF-8 text from its own copy of a string.
-class QRL_EXPORT iUTF8StringStream
-    : public std::basic_istringstream<unsigned char, CodeUnitTraits<unsigned char>,
-                                      utility::SmallBlockAllocator::STLAllocator<unsigned char>> {
+/// Reads UTF-8 text from its own copy of a string: constructed from a
+/// UTF8String or from a nul-terminated array of bytes (null reads as empty).
+class QRL_EXPORT iUTF8StringStream : public utility::InputStringStream<unsigned char> {
 public:
-    /// Reads a copy of inText.
-    explicit iUTF8StringStream(UTF8String const& inText);
-    /// Reads a copy of the nul-terminated inText; null reads as empty text.
-    explicit iUTF8StringStream(unsigned char const* inText);
-    ~iUTF8StringStream() override;
+    using InputStringStream::InputStringStream;
 };
 
 /// Collects UTF-8 text; str() returns it.
-class QRL_EXPORT oUTF8StringStream
-    : public std::basic_ostringstream<unsigned char, CodeUnitTraits<unsigned char>,
-                                      utility::SmallBlockAllocator::STLAllocator<unsigned char>> {
-public:
-    oUTF8StringStream();
-    ~oUTF8StringStream() override;
-};
+class QRL_EXPORT oUTF8StringStream : public utility::OutputStringStream<unsigned char> {};
 
 }  // namespace quorel
 

@@ -1,192 +1,158 @@
-#include <quorel/arrange/AutoLayout.h>
-#include <quorel/arrange/ColumnArrangement.h>
-#include <quorel/arrange/Flipping.h>
-#include <quorel/arrange/HorizontalWrapping.h>
-#include <quorel/arrange/RowArrangement.h>
-#include <quorel/arrange/VerticalWrapping.h>
-
 #include "TestElements.h"
 
-#include <gtest/gtest.h>
-
-#include <memory>
-
-using namespace quorel::arrange;
 using namespace quorel::arrangetest;
 
 namespace {
-
-std::vector<Size> MinSizes(impl::ArrangementSet const& inSet) {
-    std::vector<Size> sizes;
-    for (std::size_t i = 0; i < inSet.Size(); ++i) {
-        sizes.push_back(Size(inSet.At(i)->MinWidth(), inSet.At(i)->MinHeight()));
-    }
-    return sizes;
-}
 
 template <class A>
 bool IsA(impl::ArrangementPtr const& inArrangement) {
     return dynamic_cast<A*>(inArrangement.get()) != nullptr;
 }
 
-// Leaves of the given sizes, owned by the test.
-class Leaves {
-public:
-    Leaves(std::initializer_list<Size> inSizes) {
-        for (Size const& size : inSizes) {
-            mLeaves.emplace_back(new TestLeaf(size.x, size.y));
-            mNodes.push_back(mLeaves.back().get());
-        }
-    }
-    TestLeaf& operator[](std::size_t inIndex) { return *mLeaves[inIndex]; }
-    std::vector<IArrangeable*> const& Nodes() const { return mNodes; }
-
-private:
-    std::vector<std::unique_ptr<TestLeaf>> mLeaves;
-    std::vector<IArrangeable*> mNodes;
+// A host container whose kind can change: two leaves, with spacing, margins and a separator of its own.
+struct Panel : DynamicGroup {
+    explicit Panel(GroupArrangementType inType) : DynamicGroup(nullptr, inType), a(10, 10), b(10, 10) {}
+    bool VisitChildren(IArrangeable::ConstVisitor inFunction) const override { return inFunction(a) && inFunction(b); }
+    bool VisitChildren(IArrangeable::Visitor inFunction) override { return inFunction(a) && inFunction(b); }
+    float HorizontalSpacing() const override { return 4; }
+    float VerticalSpacing() const override { return 6; }
+    float LeftMargin() const override { return 1; }
+    float TopMargin() const override { return 2; }
+    ISeparator* BuildSeparator() override { return &separator; }
+    void Position(Size const& inTopLeft) override { positions.push_back(inTopLeft); }
+    TestLeaf a, b;
+    TestSeparator separator;
+    std::vector<Size> positions;
 };
 
 }  // namespace
 
 TEST(Flipping, ChoosesRowOrColumnByTheRectangle) {
     Leaves leaves{{10, 10}, {10, 10}};
-    TestGroup<Flipping> group(leaves.Nodes());
-    ASSERT_EQ(MinSizes(group.Arrangements()), (std::vector<Size>{{20, 10}, {10, 20}}));
-    EXPECT_TRUE(IsA<impl::RowArrangement>(group.Arrangements().At(0)));
-    EXPECT_TRUE(IsA<impl::ColumnArrangement>(group.Arrangements().At(1)));
-
-    group.Arrange(Rect(0, 0, 30, 10));
-    EXPECT_EQ(leaves[1].Last(), Rect(10, 0, 10, 10));
-    group.Arrange(Rect(0, 0, 10, 30));
-    EXPECT_EQ(leaves[1].Last(), Rect(0, 10, 10, 10));
-
-    // Both fit and waste 425 with equal minimum areas: the row is nearer the
-    // golden ratio (2 against 0.5).
+    TestGroup<Flipping> group(leaves.mNodes);
     impl::ArrangementSet const& set = group.Arrangements();
-    EXPECT_EQ(set.At(0)->WastedArea(Size(25, 25)), 425);
-    EXPECT_EQ(set.At(1)->WastedArea(Size(25, 25)), 425);
-    group.Arrange(Rect(0, 0, 25, 25));
-    EXPECT_EQ(leaves[1].Last(), Rect(10, 0, 10, 10));
+    ASSERT_EQ(MinSizes(set), (std::vector<Size>{{20, 10}, {10, 20}}));
+    EXPECT_TRUE(IsA<impl::RowArrangement>(set.At(0)) && IsA<impl::ColumnArrangement>(set.At(1)));
+    // At 25 x 25 both fit and waste 425 with equal minimum areas: the row is nearer the golden ratio.
+    EXPECT_TRUE(set.At(0)->WastedArea(Size(25, 25)) == 425 && set.At(1)->WastedArea(Size(25, 25)) == 425);
+    std::pair<Rect, Rect> const cases[] = {{{0, 0, 30, 10}, {10, 0, 10, 10}}, {{0, 0, 10, 30}, {0, 10, 10, 10}},
+                                           {{0, 0, 25, 25}, {10, 0, 10, 10}}};
+    for (auto const& c : cases) {
+        group.Arrange(c.first);
+        EXPECT_EQ(leaves[1].Last(), c.second);
+    }
     EXPECT_EQ(group.BestSize(), Size(20, 10));
+    // One child: row and column have the same minimum size, and the column, offered last, stays.
+    TestGroup<Flipping> single({&leaves[0]});
+    ASSERT_EQ(single.Arrangements().Size(), 1u);
+    EXPECT_TRUE(IsA<impl::ColumnArrangement>(single.Arrangements().At(0)));
 }
 
-TEST(Flipping, OneChildKeepsTheColumnOfferedLast) {
-    Leaves leaves{{10, 10}};
-    TestGroup<Flipping> group(leaves.Nodes());
-    ASSERT_EQ(group.Arrangements().Size(), 1u);
-    EXPECT_TRUE(IsA<impl::ColumnArrangement>(group.Arrangements().At(0)));
-}
+TEST(Wrapping, OffersEveryBreakingLongestFirstLineFirstAndKeepsWhatIsNotOutdone) {
+    Leaves four{{10, 10}, {10, 10}, {10, 10}, {10, 10}};
+    TestGroup<HorizontalWrapping> rows(four.mNodes);
+    EXPECT_EQ(MinSizes(rows.Arrangements()), (std::vector<Size>{{40, 10}, {20, 20}, {10, 40}}));
+    rows.Arrange(Rect(0, 0, 20, 20));  // two rows of two
+    EXPECT_TRUE(four[1].Last() == Rect(10, 0, 10, 10) && four[2].Last() == Rect(0, 10, 10, 10));
+    TestGroup<VerticalWrapping> columns(four.mNodes);
+    EXPECT_EQ(MinSizes(columns.Arrangements()), (std::vector<Size>{{10, 40}, {20, 20}, {40, 10}}));
+    EXPECT_TRUE(IsA<impl::RowArrangement>(columns.Arrangements().At(1)));
+    columns.Arrange(Rect(0, 0, 20, 20));  // two columns of two
+    EXPECT_TRUE(four[1].Last() == Rect(0, 10, 10, 10) && four[2].Last() == Rect(10, 0, 10, 10));
 
-TEST(HorizontalWrapping, KeepsOnlyTheBreakingsNotOutdone) {
-    Leaves leaves{{10, 10}, {10, 10}, {10, 10}, {10, 10}};
-    TestGroup<HorizontalWrapping> group(leaves.Nodes());
-    EXPECT_EQ(MinSizes(group.Arrangements()), (std::vector<Size>{{40, 10}, {20, 20}, {10, 40}}));
-
-    // Two rows of two.
-    group.Arrange(Rect(0, 0, 20, 20));
-    EXPECT_EQ(leaves[1].Last(), Rect(10, 0, 10, 10));
-    EXPECT_EQ(leaves[2].Last(), Rect(0, 10, 10, 10));
-}
-
-TEST(HorizontalWrapping, OneChildIsItsOwnLineInAColumn) {
-    Leaves leaves{{10, 10}};
-    TestGroup<HorizontalWrapping> group(leaves.Nodes());
-    ASSERT_EQ(group.Arrangements().Size(), 1u);
-    auto const* column = dynamic_cast<impl::ColumnArrangement*>(group.Arrangements().At(0).get());
-    ASSERT_NE(column, nullptr);
-    EXPECT_EQ(column->Children(), (impl::ArrangementList{leaves[0].Arrangements().At(0)}));
-}
-
-TEST(HorizontalWrapping, OffersBreakingsLongestFirstLineFirst) {
-    // Sizes chosen so that no offer outdoes another: the set keeps the order
-    // of offering, 3; 2 + 1; 1 + 2; 1 + 1 + 1.
-    Leaves leaves{{12, 10}, {10, 15}, {5, 5}};
-    TestGroup<HorizontalWrapping> group(leaves.Nodes());
+    // No offer outdoes another here: the set keeps the order of offering, 3; 2 + 1; 1 + 2; 1 + 1 + 1.
+    Leaves three{{12, 10}, {10, 15}, {5, 5}};
+    TestGroup<HorizontalWrapping> group(three.mNodes);
     EXPECT_EQ(MinSizes(group.Arrangements()), (std::vector<Size>{{27, 15}, {22, 20}, {15, 25}, {12, 30}}));
+    // One child is its own line, in a column.
+    TestGroup<HorizontalWrapping> one({&three[0]});
+    ASSERT_EQ(one.Arrangements().Size(), 1u);
+    auto const* column = dynamic_cast<impl::ColumnArrangement*>(one.Arrangements().At(0).get());
+    ASSERT_NE(column, nullptr);
+    EXPECT_EQ(column->Children(), (impl::ArrangementList{three[0].Arrangements().At(0)}));
 }
 
-TEST(HorizontalWrapping, EachArrangementUsesEverySeparatorOnce) {
-    // Separators are taken for lines from the end of the pool; the rest go
-    // between the lines.
+TEST(Wrapping, EachArrangementUsesEverySeparatorOnce) {
+    // Lines take their separators from the end of the pool; the rest go between the lines.
     Leaves leaves{{12, 10}, {10, 15}, {5, 5}};
-    TestGroup<HorizontalWrapping> group(leaves.Nodes());
+    TestGroup<HorizontalWrapping> group(leaves.mNodes);
     group.mSpacing = Size(2, 2);
     group.mWithSeparators = true;
     ASSERT_EQ(MinSizes(group.Arrangements()), (std::vector<Size>{{31, 15}, {24, 22}, {17, 27}, {12, 34}}));
-    TestSeparator const& s0 = group.SeparatorAt(0);
-    TestSeparator const& s1 = group.SeparatorAt(1);
-
-    // One row: s1 then s0 inside it.
-    group.Arrange(Rect(0, 0, 31, 15));
-    EXPECT_EQ(s1.mRect, Rect(12, 0, 2, 10));
-    EXPECT_EQ(s1.mOrientation, 0);
-    EXPECT_EQ(s0.mRect, Rect(24, 0, 2, 5));
-    EXPECT_EQ(s0.mOrientation, 0);
-
-    // Rows (a b) and (c): s1 inside the first row, s0 between the rows.
-    group.Arrange(Rect(0, 0, 24, 22));
-    EXPECT_EQ(s1.mRect, Rect(12, 0, 2, 10));
-    EXPECT_EQ(s0.mRect, Rect(0, 15, 5, 2));
-    EXPECT_EQ(s0.mOrientation, 1);
-
-    // Rows (a) and (b c): s1 inside the second row, s0 between the rows.
-    group.Arrange(Rect(0, 0, 17, 27));
-    EXPECT_EQ(s1.mRect, Rect(10, 12, 2, 5));
-    EXPECT_EQ(s1.mOrientation, 0);
-    EXPECT_EQ(s0.mRect, Rect(0, 10, 12, 2));
-    EXPECT_EQ(s0.mOrientation, 1);
-
-    // Three rows: s0 and s1 between them, in order.
-    group.Arrange(Rect(0, 0, 12, 34));
-    EXPECT_EQ(s0.mRect, Rect(0, 10, 10, 2));
-    EXPECT_EQ(s1.mRect, Rect(0, 27, 5, 2));
-    EXPECT_EQ(s1.mOrientation, 1);
+    typedef std::pair<Rect, int> Placement;
+    struct Case { Rect mRect; Placement mFirst, mSecond; } const cases[] = {
+        {{0, 0, 31, 15}, {{24, 0, 2, 5}, 0}, {{12, 0, 2, 10}, 0}},   // one row: the second, then the first
+        {{0, 0, 24, 22}, {{0, 15, 5, 2}, 1}, {{12, 0, 2, 10}, 0}},   // rows (a b) (c): the second in the first row
+        {{0, 0, 17, 27}, {{0, 10, 12, 2}, 1}, {{10, 12, 2, 5}, 0}},  // rows (a) (b c): the second in the second row
+        {{0, 0, 12, 34}, {{0, 10, 10, 2}, 1}, {{0, 27, 5, 2}, 1}},   // three rows: both between them, in order
+    };
+    for (Case const& c : cases) {
+        group.Arrange(c.mRect);
+        EXPECT_EQ(Placement(group.SeparatorAt(0).mRect, group.SeparatorAt(0).mOrientation), c.mFirst);
+        EXPECT_EQ(Placement(group.SeparatorAt(1).mRect, group.SeparatorAt(1).mOrientation), c.mSecond);
+    }
 }
 
-TEST(HorizontalWrapping, SingleLineCountsTheMarginsTwice) {
+TEST(Wrapping, SingleLineCountsTheMarginsTwice) {
     Leaves leaves{{10, 10}, {10, 10}};
-    TestGroup<HorizontalWrapping> group(leaves.Nodes());
-    group.Margins(1, 1, 1, 1);
+    TestGroup<HorizontalWrapping> group(leaves.mNodes);
+    group.mMargins = {1, 1, 1, 1};
     EXPECT_EQ(MinSizes(group.Arrangements()), (std::vector<Size>{{24, 14}, {12, 22}}));
-
-    // The column reports first and last, the row inside it in between.
-    group.Arrange(Rect(0, 0, 24, 14));
+    group.Arrange(Rect(0, 0, 24, 14));  // the column reports first and last, the row inside it in between
     EXPECT_EQ(group.mPositions, (std::vector<Size>{{1, 1}, {2, 2}}));
     EXPECT_EQ(group.mDimensions, (std::vector<Size>{{20, 10}, {22, 12}}));
     EXPECT_EQ(leaves[0].Last(), Rect(2, 2, 10, 10));
 }
 
-TEST(VerticalWrapping, BreaksIntoColumnsSideBySide) {
+TEST(GroupKinds, AutoLayoutTiesGoToTheColumnsAndCombinationsAreThinnedAtEachLevel) {
     Leaves leaves{{10, 10}, {10, 10}, {10, 10}, {10, 10}};
-    TestGroup<VerticalWrapping> group(leaves.Nodes());
-    EXPECT_EQ(MinSizes(group.Arrangements()), (std::vector<Size>{{10, 40}, {20, 20}, {40, 10}}));
-    EXPECT_TRUE(IsA<impl::RowArrangement>(group.Arrangements().At(1)));
-    group.Arrange(Rect(0, 0, 20, 20));
-    EXPECT_EQ(leaves[1].Last(), Rect(0, 10, 10, 10));
-    EXPECT_EQ(leaves[2].Last(), Rect(10, 0, 10, 10));
-}
-
-TEST(AutoLayout, TiesInMinimumSizeGoToTheColumns) {
-    Leaves leaves{{10, 10}, {10, 10}};
-    TestGroup<AutoLayout> group(leaves.Nodes());
-    impl::ArrangementSet const& set = group.Arrangements();
-    // The vertical wrapping's offers replace the equal horizontal ones.
+    TestGroup<AutoLayout> automatic({&leaves[0], &leaves[1]});
+    impl::ArrangementSet const& set = automatic.Arrangements();
+    // The vertical wrapping's offers replace the equal horizontal ones: rows of columns.
     ASSERT_EQ(MinSizes(set), (std::vector<Size>{{10, 20}, {20, 10}}));
-    EXPECT_TRUE(IsA<impl::RowArrangement>(set.At(0)));
-    EXPECT_TRUE(IsA<impl::RowArrangement>(set.At(1)));
-    EXPECT_TRUE(IsA<impl::ColumnArrangement>(
-        static_cast<impl::GroupArrangement const&>(*set.At(0)).Children().front()));
-}
+    EXPECT_TRUE(IsA<impl::RowArrangement>(set.At(0)) && IsA<impl::RowArrangement>(set.At(1)));
+    EXPECT_TRUE(IsA<impl::ColumnArrangement>(static_cast<impl::GroupArrangement const&>(*set.At(0)).Children()[0]));
 
-TEST(GroupKinds, CombinationsOfChildArrangementsAreThinnedAtEachLevel) {
-    // A row of two flipping groups: 2 x 2 combinations, of which the
-    // row-row (40, 10) and column-column (20, 20) survive, and the mixed
-    // ones (30, 20) are outdone.
-    Leaves leaves{{10, 10}, {10, 10}, {10, 10}, {10, 10}};
-    TestGroup<Flipping> left({&leaves[0], &leaves[1]});
-    TestGroup<Flipping> right({&leaves[2], &leaves[3]});
+    // A row of two flipping groups: of 2 x 2 combinations the mixed ones (30, 20) are outdone.
+    TestGroup<Flipping> left({&leaves[0], &leaves[1]}), right({&leaves[2], &leaves[3]});
     TestGroup<Row> row({&left, &right});
     EXPECT_EQ(MinSizes(row.Arrangements()), (std::vector<Size>{{40, 10}, {20, 20}}));
     row.Arrange(Rect(0, 0, 25, 25));
     EXPECT_EQ(leaves[3].Last(), Rect(10, 10, 10, 10)) << "both flipped to columns";
+}
+
+TEST(DynamicGroup, TheInnerGroupAsksTheHostAndANewKindStartsAFreshOne) {
+    Panel none(static_cast<GroupArrangementType>(-1));
+    EXPECT_TRUE(none.Arrangeable() == nullptr && !none.ArrangementEnabled() && none.BestSize() == Size());
+    none.InvalidateAll();  // nothing to forward to
+
+    Panel panel(kGroupArrangementType_Row);
+    ASSERT_TRUE(panel.Arrangeable() != nullptr && panel.Group() == panel.Arrangeable() && panel.ArrangementEnabled());
+    EXPECT_EQ(panel.BestSize(), Size(1 + 10 + 4 + 10, 2 + 10));
+    panel.Arrangeable()->Arrange(Rect(0, 0, 100, 50));
+    EXPECT_TRUE(panel.a.Last() == Rect(1, 2, 10, 10) && panel.b.Last() == Rect(15, 2, 10, 10));
+    EXPECT_TRUE(panel.separator.mRect == Rect(11, 2, 4, 10) && panel.positions == std::vector<Size>({{1, 2}}));
+    impl::AbstractArrangeableGroup* const group = panel.Group();
+    panel.SetArrangementType(kGroupArrangementType_Row, nullptr);
+    EXPECT_TRUE(panel.Group() == group && group->ArrangementsValid()) << "the same kind: nothing changes";
+    panel.SetArrangementType(static_cast<GroupArrangementType>(17), nullptr);
+    EXPECT_TRUE(panel.Group() == group && panel.ArrangementType() == 17) << "an unknown kind is stored only";
+
+    panel.EnableArrangement(false);
+    panel.SetArrangementType(kGroupArrangementType_Column, nullptr);
+    EXPECT_TRUE(panel.Arrangeable()->Bounds() == Rect() && panel.ArrangementEnabled()) << "a fresh group";
+    std::size_t const arranged = panel.positions.size();
+    panel.Rearrange();
+    EXPECT_EQ(panel.positions.size(), arranged) << "no rectangle yet: nothing arranged";
+    // Nested through its Arrangeable; after a change of kind the host invalidates the parent.
+    TestLeaf label(30, 8);
+    TestGroup<Row> root({&label, panel.Arrangeable()});
+    root.Arrange(Rect(0, 0, 200, 100));
+    EXPECT_TRUE(panel.a.Parent() == panel.Arrangeable() && panel.Arrangeable()->Parent() == &root);
+    EXPECT_EQ(panel.b.Last(), Rect(31, 18, 10, 10)) << "a column, with the vertical spacing";
+    EXPECT_EQ(panel.separator.mOrientation, 1);
+    panel.SetArrangementType(kGroupArrangementType_Row, nullptr);
+    root.mKids[1] = panel.Arrangeable();
+    root.Invalidate();
+    EXPECT_EQ(panel.b.Last(), Rect(45, 2, 10, 10));
 }

@@ -3,13 +3,17 @@
 #ifndef QUOREL_TESTS_ARRANGE_TESTELEMENTS_H
 #define QUOREL_TESTS_ARRANGE_TESTELEMENTS_H
 
-#include <quorel/arrange/AbstractArrangeableGroup.h>
-#include <quorel/arrange/Separator.h>
+// AutoLayout brings both wrappings, Flipping the row and the column with their arrangements.
+#include <quorel/arrange/AutoLayout.h>
+#include <quorel/arrange/DynamicGroup.h>
+#include <quorel/arrange/Flipping.h>
+#include <quorel/arrange/Hierarchy.h>
 #include <quorel/arrange/Single.h>
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <functional>
 #include <limits>
@@ -32,29 +36,48 @@ inline void PrintTo(RectT<float> const& inRect, std::ostream* ioStream) {
 
 namespace arrangetest {
 
-using geom::PointT;
-using geom::RectT;
+using namespace arrange;
+typedef geom::PointT<float> Size;
+typedef geom::RectT<float> Rect;
+float const kNoLimit = std::numeric_limits<float>::infinity();
 
-typedef PointT<float> Size;
-typedef RectT<float> Rect;
-
-/// Compares with a tolerance far below anything a layout distinguishes, but
+/// Equal within a tolerance far below anything a layout distinguishes, but
 /// above float rounding of proportional shares.
 inline ::testing::AssertionResult RectNear(Rect const& inActual, Rect const& inExpected) {
-    float const tolerance = 1e-3f;
-    if (std::abs(inActual.x - inExpected.x) <= tolerance && std::abs(inActual.y - inExpected.y) <= tolerance &&
-        std::abs(inActual.width - inExpected.width) <= tolerance &&
-        std::abs(inActual.height - inExpected.height) <= tolerance) {
-        return ::testing::AssertionSuccess();
-    }
+    float const distance = std::abs(inActual.x - inExpected.x) + std::abs(inActual.y - inExpected.y) +
+                           std::abs(inActual.width - inExpected.width) + std::abs(inActual.height - inExpected.height);
+    if (distance <= 1e-3f) return ::testing::AssertionSuccess();
     return ::testing::AssertionFailure() << ::testing::PrintToString(inActual) << " is not "
                                          << ::testing::PrintToString(inExpected);
 }
 
+/// The minimum sizes of a set's arrangements, in set order.
+inline std::vector<Size> MinSizes(impl::ArrangementSet const& inSet) {
+    std::vector<Size> sizes;
+    for (std::size_t i = 0; i < inSet.Size(); ++i) sizes.push_back({inSet.At(i)->MinWidth(), inSet.At(i)->MinHeight()});
+    return sizes;
+}
+
+/// A host element of class Base: its margins are settable, and it counts every answer it
+/// gives, so that a test can see that none was asked.
+template <class Base>
+struct Answering : Base {
+    float LeftMargin() const override { return Count(mMargins[0]); }
+    float TopMargin() const override { return Count(mMargins[1]); }
+    float RightMargin() const override { return Count(mMargins[2]); }
+    float BottomMargin() const override { return Count(mMargins[3]); }
+    template <class T>
+    T Count(T inValue) const {
+        ++mHostCalls;
+        return inValue;
+    }
+    std::array<float, 4> mMargins{};  // left, top, right, bottom
+    mutable int mHostCalls = 0;
+};
+
 /// A leaf with settable answers.  Place records the rectangle and returns its
 /// size with the margins, so that a line keeps them.
-class TestLeaf : public arrange::Single {
-public:
+struct TestLeaf : Answering<Single> {
     TestLeaf(float inWidth, float inHeight) : mBest(inWidth, inHeight) {}
 
     float BestWidth() const override { return Count(mBest.x); }
@@ -63,158 +86,82 @@ public:
     float MinHeight() const override { return Count(mMin.y < 0 ? mBest.y : mMin.y); }
     bool HorizontallyExpandable() const override { return Count(mExpandWidth); }
     bool VerticallyExpandable() const override { return Count(mExpandHeight); }
-    float ExpandedWidth(float inWidth) const override {
-        return mExpandWidth ? Count(std::min(inWidth, mLimit.x)) : BestWidth();
-    }
-    float ExpandedHeight(float inHeight) const override {
-        return mExpandHeight ? Count(std::min(inHeight, mLimit.y)) : BestHeight();
-    }
-    float LeftMargin() const override { return Count(mMargins[0]); }
-    float TopMargin() const override { return Count(mMargins[1]); }
-    float RightMargin() const override { return Count(mMargins[2]); }
-    float BottomMargin() const override { return Count(mMargins[3]); }
-
+    float ExpandedWidth(float inRoom) const override { return mExpandWidth ? std::min(inRoom, mLimit.x) : mBest.x; }
+    float ExpandedHeight(float inRoom) const override { return mExpandHeight ? std::min(inRoom, mLimit.y) : mBest.y; }
     Size Place(Rect const& inRect) override {
-        ++mHostCalls;
-        mPlaced.push_back(inRect);
-        if (mOnPlace) {
-            mOnPlace();
-        }
+        mPlaced.push_back(Count(inRect));
+        if (mOnPlace) mOnPlace();
         return Size(inRect.width + mMargins[0] + mMargins[2], inRect.height + mMargins[1] + mMargins[3]);
     }
-
-    TestLeaf& Expanding(bool inWidth, bool inHeight = false) {
-        mExpandWidth = inWidth;
-        mExpandHeight = inHeight;
-        return *this;
-    }
-    TestLeaf& Margins(float inLeft, float inTop, float inRight, float inBottom) {
-        mMargins[0] = inLeft;
-        mMargins[1] = inTop;
-        mMargins[2] = inRight;
-        mMargins[3] = inBottom;
-        return *this;
-    }
-
     Rect const& Last() const { return mPlaced.back(); }
 
-    Size mBest;
-    Size mMin{-1, -1};  // negative: the best size
-    bool mExpandWidth = false;
-    bool mExpandHeight = false;
-    Size mLimit{std::numeric_limits<float>::infinity(), std::numeric_limits<float>::infinity()};  // of expansion
-    float mMargins[4] = {0, 0, 0, 0};
+    Size mBest, mMin{-1, -1};  // a negative minimum: the best size
+    Size mLimit{kNoLimit, kNoLimit};  // of expansion
+    bool mExpandWidth = false, mExpandHeight = false;
     std::function<void()> mOnPlace;
     std::vector<Rect> mPlaced;
-    mutable int mHostCalls = 0;
+};
 
-private:
-    template <class T>
-    T Count(T inValue) const {
-        ++mHostCalls;
-        return inValue;
+/// Leaves of the given sizes, owned together.
+struct Leaves : std::vector<std::unique_ptr<TestLeaf>> {
+    Leaves(std::initializer_list<Size> inSizes) {
+        for (Size const& size : inSizes) mNodes.push_back(emplace_back(new TestLeaf(size.x, size.y)).get());
     }
+    TestLeaf& operator[](std::size_t inIndex) const { return *at(inIndex); }
+    std::vector<IArrangeable*> mNodes;
 };
 
 /// A separator that keeps its last placement.
-class TestSeparator : public arrange::ISeparator {
-public:
+struct TestSeparator : ISeparator {
     void Place(int inOrientation, Rect const& inRect) override {
         mOrientation = inOrientation;
         mRect = inRect;
-        ++mPlacements;
     }
-
     int mOrientation = -1;
     Rect mRect;
-    int mPlacements = 0;
 };
 
 /// A group of kind G with settable answers; it owns the separators it builds
 /// (when asked to build any) and records Position and SetDimensions.
 template <class G>
-class TestGroup : public G {
-public:
-    TestGroup() = default;
-    explicit TestGroup(std::vector<arrange::IArrangeable*> inChildren) : mKids(std::move(inChildren)) {}
+struct TestGroup : Answering<G> {
+    explicit TestGroup(std::vector<IArrangeable*> inChildren = {}) : mKids(std::move(inChildren)) {}
 
-    bool VisitChildren(arrange::IArrangeable::ConstVisitor inFunction) const override {
-        ++mHostCalls;
-        if (mRefuseVisit) {
-            return false;
-        }
-        for (arrange::IArrangeable const* kid : mKids) {
-            inFunction(*kid);
-        }
-        return true;
-    }
-    bool VisitChildren(arrange::IArrangeable::Visitor inFunction) override {
-        ++mHostCalls;
-        if (mRefuseVisit) {
-            return false;
-        }
-        for (arrange::IArrangeable* kid : mKids) {
-            inFunction(*kid);
-        }
-        return true;
-    }
-    float HorizontalSpacing() const override { return Count(mSpacing.x); }
-    float VerticalSpacing() const override { return Count(mSpacing.y); }
-    arrange::AlignmentHorizontal HorizontalAlignment() const override { return Count(mAlignH); }
-    arrange::AlignmentVertical VerticalAlignment() const override { return Count(mAlignV); }
-    float LeftMargin() const override { return Count(mMargins[0]); }
-    float TopMargin() const override { return Count(mMargins[1]); }
-    float RightMargin() const override { return Count(mMargins[2]); }
-    float BottomMargin() const override { return Count(mMargins[3]); }
-    arrange::ISeparator* BuildSeparator() override {
-        ++mHostCalls;
-        if (!mWithSeparators) {
-            return nullptr;
-        }
+    bool VisitChildren(IArrangeable::ConstVisitor inFunction) const override { return Visit(inFunction); }
+    bool VisitChildren(IArrangeable::Visitor inFunction) override { return Visit(inFunction); }
+    float HorizontalSpacing() const override { return this->Count(mSpacing.x); }
+    float VerticalSpacing() const override { return this->Count(mSpacing.y); }
+    AlignmentHorizontal HorizontalAlignment() const override { return this->Count(mAlignH); }
+    AlignmentVertical VerticalAlignment() const override { return this->Count(mAlignV); }
+    ISeparator* BuildSeparator() override {
+        if (!this->Count(mWithSeparators)) return nullptr;
         mOwnedSeparators.emplace_back(new TestSeparator);
         return mOwnedSeparators.back().get();
     }
     void ClearSeparators() override {
-        ++mHostCalls;
-        ++mClears;
+        mClears = this->Count(mClears + 1);
         mOwnedSeparators.clear();
     }
-    void Position(Size const& inTopLeft) override {
-        ++mHostCalls;
-        mPositions.push_back(inTopLeft);
-    }
-    void SetDimensions(Size const& inSize) override {
-        ++mHostCalls;
-        mDimensions.push_back(inSize);
-    }
+    void Position(Size const& inTopLeft) override { mPositions.push_back(this->Count(inTopLeft)); }
+    void SetDimensions(Size const& inSize) override { mDimensions.push_back(this->Count(inSize)); }
 
-    TestGroup& Margins(float inLeft, float inTop, float inRight, float inBottom) {
-        mMargins[0] = inLeft;
-        mMargins[1] = inTop;
-        mMargins[2] = inRight;
-        mMargins[3] = inBottom;
-        return *this;
-    }
     TestSeparator& SeparatorAt(std::size_t inIndex) const { return *mOwnedSeparators.at(inIndex); }
 
-    std::vector<arrange::IArrangeable*> mKids;
+    std::vector<IArrangeable*> mKids;
     Size mSpacing;
-    arrange::AlignmentHorizontal mAlignH = arrange::kAlignmentHorizontal_Left;
-    arrange::AlignmentVertical mAlignV = arrange::kAlignmentVertical_Top;
-    float mMargins[4] = {0, 0, 0, 0};
-    bool mWithSeparators = false;
-    bool mRefuseVisit = false;
+    AlignmentHorizontal mAlignH = kAlignmentHorizontal_Left;
+    AlignmentVertical mAlignV = kAlignmentVertical_Top;
+    bool mWithSeparators = false, mRefuseVisit = false;
     std::vector<std::unique_ptr<TestSeparator>> mOwnedSeparators;
-    std::vector<Size> mPositions;
-    std::vector<Size> mDimensions;
+    std::vector<Size> mPositions, mDimensions;
     int mClears = 0;
-    mutable int mHostCalls = 0;
 
-private:
-    template <class T>
-    T Count(T inValue) const {
-        ++mHostCalls;
-        return inValue;
+    // Calls inFunction on each child, or refuses (false) without calling it.
+    template <class F>
+    bool Visit(F const& inFunction) const {
+        if (this->Count(mRefuseVisit)) return false;
+        for (IArrangeable* kid : mKids) inFunction(*kid);
+        return true;
     }
 };
 

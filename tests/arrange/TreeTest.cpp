@@ -1,224 +1,136 @@
-#include <quorel/arrange/Column.h>
-#include <quorel/arrange/Hierarchy.h>
-#include <quorel/arrange/HorizontalWrapping.h>
-#include <quorel/arrange/Row.h>
-
 #include "TestElements.h"
-
-#include <gtest/gtest.h>
 
 #include <stdexcept>
 
-using namespace quorel::arrange;
 using namespace quorel::arrangetest;
 
 namespace {
 
-// A row of two leaves inside a column, arranged once.  The column's
-// SetDimensions calls count the rearrangements of the whole tree.
+// A row of two leaves inside a column, arranged once.  The column's SetDimensions calls
+// count the rearrangements of the whole tree.
 class TreeTest : public ::testing::Test {
 protected:
-    TreeTest() : a(40, 10), b(60, 10), row({&a, &b}), root({&row}) {}
-
-    void SetUp() override { root.Arrange(Rect(0, 0, 200, 50)); }
-
+    TreeTest() : a(40, 10), b(60, 10), row({&a, &b}), root({&row}) { root.Arrange(Rect(0, 0, 200, 50)); }
     int Rearrangements() const { return static_cast<int>(root.mDimensions.size()) - 1; }
-
     int HostCalls() const { return a.mHostCalls + b.mHostCalls + row.mHostCalls + root.mHostCalls; }
+    std::vector<bool> Valid() const {
+        return {a.ArrangementsValid(), b.ArrangementsValid(), row.ArrangementsValid(), root.ArrangementsValid()};
+    }
 
-    TestLeaf a;
-    TestLeaf b;
+    TestLeaf a, b;
     TestGroup<Row> row;
     TestGroup<Column> root;
 };
 
 }  // namespace
 
-TEST_F(TreeTest, RebuildLinksChildrenToTheirGroup) {
-    EXPECT_EQ(a.Parent(), &row);
-    EXPECT_EQ(row.Parent(), &root);
-    EXPECT_EQ(Parent(root), nullptr);
-    EXPECT_EQ(row.Children(), (std::vector<IArrangeable*>{&a, &b}));
-    EXPECT_EQ(b.Last(), Rect(40, 0, 60, 10));
+TEST_F(TreeTest, AnyNodeArrangesTheRootButDegenerateRectanglesOrDisabledArrangingCallNoHost) {
+    int const calls = HostCalls();
+    for (Rect const rect : {Rect(0, 0, 0, 50), Rect(0, 0, 100, -1), Rect(0, 0, std::nanf(""), 50)}) {
+        EXPECT_EQ(a.Arrange(rect), Size());
+    }
+    root.EnableArrangement(false);
+    EXPECT_FALSE(a.ArrangementEnabled());
+    EXPECT_EQ(root.Arrange(Rect(0, 0, 500, 500)), Size());
+    EXPECT_EQ(HostCalls(), calls);
     EXPECT_EQ(root.Bounds(), Rect(0, 0, 200, 50));
-}
 
-TEST_F(TreeTest, ArrangeOfANodeArrangesTheRoot) {
+    a.EnableArrangement(true);  // resumes with the earlier rectangle; the refused one is lost
+    EXPECT_TRUE(Rearrangements() == 1 && root.mDimensions.back() == Size(200, 50));
+    root.EnableArrangement(true);
+    EXPECT_EQ(Rearrangements(), 1) << "already enabled: nothing";
+
+    EXPECT_TRUE(a.Parent() == &row && row.Parent() == &root && Parent(root) == nullptr) << "linked by the rebuild";
+    EXPECT_EQ(row.Children(), (std::vector<IArrangeable*>{&a, &b}));
     EXPECT_EQ(a.Arrange(Rect(5, 5, 300, 40)), Size(300, 40));
-    EXPECT_EQ(root.Bounds(), Rect(5, 5, 300, 40));
-    EXPECT_EQ(a.Bounds(), Rect()) << "kept on the root only";
+    EXPECT_TRUE(root.Bounds() == Rect(5, 5, 300, 40) && a.Bounds() == Rect()) << "kept on the root only";
     EXPECT_EQ(b.Last(), Rect(45, 5, 60, 10));
 }
 
-TEST_F(TreeTest, DegenerateRectangleIsRefusedWithoutHostCalls) {
-    int const calls = HostCalls();
-    EXPECT_EQ(root.Arrange(Rect(0, 0, 0, 50)), Size());
-    EXPECT_EQ(a.Arrange(Rect(0, 0, 100, -1)), Size());
-    EXPECT_EQ(root.Arrange(Rect(0, 0, std::nanf(""), 50)), Size());
-    EXPECT_EQ(HostCalls(), calls);
-    EXPECT_EQ(root.Bounds(), Rect(0, 0, 200, 50));
-}
-
-TEST_F(TreeTest, DisabledArrangingStoresNothingAndResumesWithTheEarlierRectangle) {
-    root.EnableArrangement(false);
-    EXPECT_FALSE(a.ArrangementEnabled());
-    int const calls = HostCalls();
-    EXPECT_EQ(root.Arrange(Rect(0, 0, 500, 500)), Size());
-    EXPECT_EQ(HostCalls(), calls);
-
-    a.EnableArrangement(true);
-    EXPECT_EQ(Rearrangements(), 1);
-    EXPECT_EQ(root.mDimensions.back(), Size(200, 50)) << "the rectangle of the refused call is lost";
-
-    root.EnableArrangement(true);
-    EXPECT_EQ(Rearrangements(), 1) << "already enabled: nothing";
-}
-
-TEST(Tree, RearrangeBeforeAnyArrangeDoesNothing) {
-    TestLeaf leaf(10, 10);
-    TestGroup<Row> root({&leaf});
-    root.Rearrange();
-    leaf.Rearrange();
-    EXPECT_EQ(leaf.mHostCalls, 0);
-    EXPECT_EQ(root.mHostCalls, 0);
-}
-
-TEST_F(TreeTest, InvalidateOfALeafRearrangesTheRootOnce) {
+TEST_F(TreeTest, InvalidateRearrangesTheRootOnceOrOnlyMarksThePathWhileDisabled) {
     a.mBest = Size(70, 10);
     a.Invalidate();
-    EXPECT_EQ(Rearrangements(), 1);
-    EXPECT_TRUE(a.ArrangementsValid());
-    EXPECT_TRUE(root.ArrangementsValid());
+    EXPECT_TRUE(Rearrangements() == 1 && Valid() == std::vector<bool>(4, true));
     EXPECT_EQ(b.Last(), Rect(70, 0, 60, 10)) << "the new answer is used";
-}
 
-TEST_F(TreeTest, InvalidateWhileDisabledOnlyMarksThePath) {
     root.EnableArrangement(false);
     a.Invalidate();
-    EXPECT_EQ(Rearrangements(), 0);
-    EXPECT_FALSE(a.ArrangementsValid());
-    EXPECT_FALSE(row.ArrangementsValid());
-    EXPECT_FALSE(root.ArrangementsValid());
-    EXPECT_TRUE(b.ArrangementsValid()) << "only the path to the root";
-
+    EXPECT_EQ(Rearrangements(), 1);
+    EXPECT_EQ(Valid(), std::vector<bool>({false, true, false, false})) << "only the path to the root";
     b.Invalidate();
+    root.InvalidateAll();  // nothing while disabled
     root.EnableArrangement(true);
-    EXPECT_EQ(Rearrangements(), 1) << "grouped changes cost one rearrangement";
-}
+    EXPECT_EQ(Rearrangements(), 2) << "grouped changes cost one rearrangement";
 
-TEST_F(TreeTest, InvalidateOfAnInvalidNodeDoesNotClimb) {
-    // A node that was never built is invalid; it still rearranges the root.
+    // A node never built is invalid: it does not climb, but still rearranges the root.
     TestLeaf newcomer(5, 5);
     newcomer.SetParent(&row);
     newcomer.Invalidate();
-    EXPECT_TRUE(row.ArrangementsValid());
-    EXPECT_TRUE(root.ArrangementsValid());
-    EXPECT_EQ(Rearrangements(), 1);
-}
-
-TEST_F(TreeTest, InvalidateAllInvalidatesEveryNodeWithItsOwnRearrangement) {
+    EXPECT_TRUE(Rearrangements() == 3 && Valid() == std::vector<bool>(4, true));
     root.InvalidateAll();
-    EXPECT_EQ(Rearrangements(), 4) << "a, b, row, root";
-    root.EnableArrangement(false);
-    root.InvalidateAll();
-    EXPECT_TRUE(a.ArrangementsValid()) << "nothing while disabled";
+    EXPECT_EQ(Rearrangements(), 3 + 4) << "a, b, row, root: each its own";
 }
 
-TEST_F(TreeTest, CallbackThatKeepsInvalidatingGetsFivePasses) {
-    int const before = static_cast<int>(a.mPlaced.size());
-    a.mOnPlace = [this] {
-        root.EnableArrangement(false);
-        a.Invalidate();
-    };
-    root.Arrange(Rect(0, 0, 100, 20));
-    EXPECT_EQ(static_cast<int>(a.mPlaced.size()) - before, 5);
-
-    // One invalidation gets exactly one more pass.
-    a.mOnPlace = [this] {
-        a.mOnPlace = nullptr;
-        root.EnableArrangement(false);
-        a.Invalidate();
-    };
-    int const passes = static_cast<int>(a.mPlaced.size());
-    root.EnableArrangement(true);  // rearranges
-    EXPECT_EQ(static_cast<int>(a.mPlaced.size()) - passes, 2);
-}
-
-TEST_F(TreeTest, SuspensionEndsWhenTheRearrangementThrows) {
+TEST_F(TreeTest, CallbacksThatInvalidateGetAnotherPassFiveAtMost) {
     a.mOnPlace = [] { throw std::runtime_error("host failure"); };
     EXPECT_THROW(b.Invalidate(), std::runtime_error);
-    EXPECT_TRUE(root.ArrangementEnabled());
+    EXPECT_TRUE(root.ArrangementEnabled()) << "the suspension ends with the exception";
+
+    int changes = 100;  // the host keeps changing an answer during the pass
+    a.mOnPlace = [&] {
+        if (--changes < 0) return;
+        root.EnableArrangement(false);
+        a.Invalidate();
+    };
+    std::size_t placed = a.mPlaced.size();
+    root.Arrange(Rect(0, 0, 100, 20));
+    EXPECT_EQ(a.mPlaced.size() - placed, 5u);
+    changes = 1;  // one change gets exactly one more pass
+    placed = a.mPlaced.size();
+    root.EnableArrangement(true);
+    EXPECT_EQ(a.mPlaced.size() - placed, 2u);
 }
 
 TEST(Tree, PostorderTransversalServesChildrenFirstAndSkipsRefusingNodes) {
-    TestLeaf a(1, 1);
-    TestLeaf b(1, 1);
-    TestLeaf c(1, 1);
-    TestGroup<Row> inner({&a, &b});
-    TestGroup<Row> refusing({&c});
+    Leaves leaves{{1, 1}, {1, 1}, {1, 1}};
+    TestGroup<Row> inner({&leaves[0], &leaves[1]}), refusing({&leaves[2]});
     refusing.mRefuseVisit = true;
     TestGroup<Column> root({&inner, &refusing});
-
     std::vector<IArrangeable*> order;
-    auto record = [&order](IArrangeable& inNode) {
-        order.push_back(&inNode);
-        return true;
-    };
-    hierarchy::Impl::PostorderTransversal<decltype(record)> walk(record);
-    EXPECT_TRUE(walk(root));
-    EXPECT_EQ(order, (std::vector<IArrangeable*>{&a, &b, &inner, &root}));
-
-    std::vector<IArrangeable const*> children;
-    EXPECT_TRUE(VisitChildren(static_cast<IArrangeable const&>(inner),
-                              hierarchy::Impl::ChildrenToVector<IArrangeable const*>(children)));
-    EXPECT_EQ(children, (std::vector<IArrangeable const*>{&a, &b}));
+    hierarchy::Impl::ChildrenToVector<IArrangeable*> record(order);
+    EXPECT_TRUE(hierarchy::Impl::PostorderTransversal<decltype(record)>(record)(root));
+    EXPECT_EQ(order, (std::vector<IArrangeable*>{&leaves[0], &leaves[1], &inner, &root}));
 }
 
-TEST(Tree, GroupsWithoutArrangements) {
-    // No children: no arrangement, nothing to arrange.
-    TestGroup<Row> empty;
-    EXPECT_EQ(empty.BestSize(), Size());
-    EXPECT_EQ(empty.Arrange(Rect(0, 0, 10, 10)), Size());
-    EXPECT_TRUE(empty.mPositions.empty());
-
-    // Children without arrangements take no part: a row of them has one
-    // arrangement of no children, whose size is the margins.
-    TestGroup<Row> inner1;
-    TestGroup<Row> inner2;
-    TestGroup<Row> row({&inner1, &inner2});
-    row.Margins(2, 3, 4, 5);
+TEST(Tree, GroupsWithoutArrangeableChildrenAndRearrangeBeforeAnyArrange) {
+    TestGroup<Row> empty, other;
+    empty.Rearrange();
+    EXPECT_EQ(empty.mHostCalls, 0) << "no rectangle yet";
+    EXPECT_TRUE(empty.BestSize() == Size() && empty.Arrange(Rect(0, 0, 10, 10)) == Size() && empty.mPositions.empty());
+    // Children without arrangements take no part: a row of them has one arrangement of no
+    // children, the size of the margins; a wrapping of them has none.
+    TestGroup<Row> row({&empty, &other});
+    row.mMargins = {2, 3, 4, 5};
     ASSERT_EQ(row.Arrangements().Size(), 1u);
     EXPECT_EQ(row.BestSize(), Size(6, 8));
     EXPECT_EQ(row.Arrange(Rect(0, 0, 50, 40)), Size(44, 32));
-    EXPECT_EQ(row.mPositions, (std::vector<Size>{{2, 3}}));
-    EXPECT_EQ(row.mDimensions, (std::vector<Size>{{44, 32}}));
-
-    // A wrapping group of them has none.
-    TestGroup<HorizontalWrapping> wrapping({&inner1, &inner2});
-    EXPECT_TRUE(wrapping.Arrangements().IsEmpty());
+    EXPECT_TRUE(row.mPositions == std::vector<Size>({{2, 3}}) && row.mDimensions == std::vector<Size>({{44, 32}}));
+    EXPECT_TRUE(TestGroup<HorizontalWrapping>({&empty, &other}).Arrangements().IsEmpty());
 }
 
-TEST(Tree, SeparatorsAreRebuiltWhenTheirCountIsWrong) {
-    TestLeaf a(10, 10);
-    TestLeaf b(10, 10);
-    TestLeaf c(10, 10);
-    TestGroup<Row> row({&a, &b});
+TEST(Tree, SeparatorsAreRebuiltOnlyWhenTheirCountIsWrong) {
+    Leaves leaves{{10, 10}, {10, 10}, {10, 10}};
+    TestGroup<Row> row({&leaves[0], &leaves[1]});
     row.mWithSeparators = true;
     row.BestSize();
-    EXPECT_EQ(row.Separators().size(), 1u);
-    EXPECT_EQ(row.mClears, 1);
-
-    row.mKids.push_back(&c);
-    row.Invalidate();
-    row.BestSize();
-    ASSERT_EQ(row.Separators().size(), 2u);
-    EXPECT_EQ(row.Separators()[1], &row.SeparatorAt(1));
-    EXPECT_EQ(row.mClears, 2);
-
-    row.Invalidate();
-    row.BestSize();
-    EXPECT_EQ(row.mClears, 2) << "the right count is kept";
-
+    EXPECT_TRUE(row.Separators().size() == 1u && row.mClears == 1);
+    row.mKids.push_back(&leaves[2]);
+    for (int clears : {2, 2}) {  // the second time the count is right and kept
+        row.Invalidate();
+        row.BestSize();
+        ASSERT_EQ(row.Separators().size(), 2u);
+        EXPECT_TRUE(row.Separators()[1] == &row.SeparatorAt(1) && row.mClears == clears);
+    }
     row.SetChildren({});
     row.BuildSeparators();
     EXPECT_TRUE(row.Separators().empty());

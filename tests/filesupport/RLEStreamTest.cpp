@@ -1,61 +1,43 @@
 // PackBits coding: the packet choices of the coder, the decoder, round trips,
-// and libtiff decoding an image whose strips the coder wrote.
-#include <quorel/filesupport/BufferByteStream.h>
-#include <quorel/filesupport/BufferedByteStream.h>
-#include <quorel/filesupport/ByteStreamOperators.h>
-#include <quorel/filesupport/File.h>
+// and libtiff decoding an image whose rows the coder wrote.
 #include <quorel/filesupport/PlatformByteStream.h>
 #include <quorel/filesupport/RLEByteStream.h>
-#include <quorel/filesupport/StringByteStream.h>
 
-#include "filesupport/StreamTestSupport.h"
-#include "filesupport/TempDirectory.h"
+#include "filesupport/FileSupportTesting.h"
 
-#include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <map>
+#include <numeric>
 
 using namespace quorel;
 using namespace quorel::filesupport;
-using quorel::testing::Bytes;
+using namespace quorel::testing;
 
 namespace {
 
-// What the coder writes for inInput: the packets written during the Puts,
-// and all of them after a Flush.
-struct Coded {
-    Bytes mBeforeFlush;
-    Bytes mAfterFlush;
-};
-
-Coded Encode(Bytes const& inInput) {
-    quorel::testing::RecordingOutput target;
+// The packets the coder writes for inInput: those sent during the Puts go to
+// outBeforeFlush, and all of them are returned after a Flush.
+Bytes Encode(Bytes const& inInput, Bytes* outBeforeFlush = nullptr) {
+    RecordingOutput target;
     ORLEByteStream coder(target);
-    for (unsigned char byte : inInput) {
-        coder.Put(byte);
+    coder.WriteBlock(inInput.data(), static_cast<std::uint32_t>(inInput.size()));
+    if (outBeforeFlush != nullptr) {
+        *outBeforeFlush = target.mData;
     }
-    Coded coded{target.mData, {}};
     coder.Flush();
-    coded.mAfterFlush = target.mData;
-    return coded;
+    return target.mData;
 }
 
 Bytes Decode(Bytes const& inCoded) {
     IBufferByteStream source(inCoded.data(), inCoded.size());
     IRLEByteStream decoder(source);
-    std::string plain;
-    OStringByteStream out(plain);
-    out << decoder;
-    return Bytes(plain.begin(), plain.end());
+    return Written([&](OByteStream& ioOut) { ioOut << decoder; });
 }
 
-Bytes Join(std::initializer_list<Bytes> inParts) {
-    Bytes all;
-    for (Bytes const& part : inParts) {
-        all.insert(all.end(), part.begin(), part.end());
-    }
-    return all;
+// inHead, then the bytes 0, 1, 2, ... inCount - 1, then inTail.
+Bytes Counting(Bytes inHead, int inCount, Bytes const& inTail = {}) {
+    inHead.resize(inHead.size() + inCount);
+    std::iota(inHead.end() - inCount, inHead.end(), 0);
+    inHead.insert(inHead.end(), inTail.begin(), inTail.end());
+    return inHead;
 }
 
 constexpr unsigned char A = 0x41;
@@ -65,263 +47,107 @@ TEST(ORLEByteStream, ChoosesPacketsAsPackBits) {
     struct Case {
         Bytes mInput;
         Bytes mCoded;
+        Bytes mBeforeFlush;  // the full packets, sent at once
     };
     Case const cases[] = {
-        {{A}, {0x00, A}},
-        {{A, A}, {0xFF, A}},
-        {{A, A, A}, {0xFE, A}},
-        {{A, B}, {0x01, A, B}},
-        {{A, A, B}, {0xFF, A, 0x00, B}},
-        {{A, B, B}, {0x02, A, B, B}},
-        {{A, B, B, B}, {0x00, A, 0xFE, B}},
-        {{A, B, A, B, B, B, B, A}, {0x02, A, B, A, 0xFD, B, 0x00, A}},
-        {{}, {}},
+        {{A}, {0x00, A}, {}}, {{A, A}, {0xFF, A}, {}}, {{A, A, A}, {0xFE, A}, {}}, {{A, B}, {0x01, A, B}, {}},
+        {{A, A, B}, {0xFF, A, 0x00, B}, {0xFF, A}}, {{A, B, B}, {0x02, A, B, B}, {}},
+        {{A, B, B, B}, {0x00, A, 0xFE, B}, {0x00, A}}, {{}, {}, {}},
+        {{A, B, A, B, B, B, B, A}, {0x02, A, B, A, 0xFD, B, 0x00, A}, {0x02, A, B, A, 0xFD, B}},
+        {Bytes(128, A), {0x81, A}, {0x81, A}}, {Bytes(129, A), {0x81, A, 0x00, A}, {0x81, A}},
+        {Counting({}, 128), Counting({0x7F}, 128), Counting({0x7F}, 128)},
+        // The third B arrives with 127 bytes pending: the literal packet splits.
+        {Counting({}, 125, {B, B, B}), Counting({124}, 125, {0xFE, B}), Counting({124}, 125)},
     };
     for (Case const& c : cases) {
-        EXPECT_EQ(Encode(c.mInput).mAfterFlush, c.mCoded) << "input of " << c.mInput.size();
+        Bytes beforeFlush;
+        EXPECT_EQ(Encode(c.mInput, &beforeFlush), c.mCoded) << "input of " << c.mInput.size();
+        EXPECT_EQ(beforeFlush, c.mBeforeFlush) << "input of " << c.mInput.size();
         EXPECT_EQ(Decode(c.mCoded), c.mInput);
     }
 }
 
-TEST(ORLEByteStream, FullPacketsLeaveAtOnce) {
-    Coded const run128 = Encode(Bytes(128, A));
-    EXPECT_EQ(run128.mBeforeFlush, (Bytes{0x81, A}));
-    EXPECT_EQ(run128.mAfterFlush, (Bytes{0x81, A}));
-
-    Coded const run129 = Encode(Bytes(129, A));
-    EXPECT_EQ(run129.mBeforeFlush, (Bytes{0x81, A}));
-    EXPECT_EQ(run129.mAfterFlush, (Bytes{0x81, A, 0x00, A}));
-
-    Bytes literal(128);
-    for (int i = 0; i < 128; ++i) {
-        literal[i] = static_cast<unsigned char>(i);
-    }
-    EXPECT_EQ(Encode(literal).mBeforeFlush, Join({{0x7F}, literal}));
-}
-
-TEST(ORLEByteStream, ARunThatStartsAtTheLiteralLimitSplitsThePacket) {
-    Bytes input(125);
-    for (int i = 0; i < 125; ++i) {
-        input[i] = static_cast<unsigned char>(i);
-    }
-    Bytes const literal = input;
-    input.insert(input.end(), {B, B, B});  // the third B arrives with 127 bytes pending
-    Coded const coded = Encode(input);
-    EXPECT_EQ(coded.mBeforeFlush, Join({{124}, literal}));
-    EXPECT_EQ(coded.mAfterFlush, Join({{124}, literal, {0xFE, B}}));
-}
-
-TEST(ORLEByteStream, WritingGoesOnAfterAFlushInANewPacket) {
-    quorel::testing::RecordingOutput target;
-    ORLEByteStream coder(target);
-    coder.Put(A);
-    coder.Flush();
-    coder.Put(A);
-    coder.Flush();
-    coder.Flush();
-    EXPECT_EQ(target.mData, (Bytes{0x00, A, 0x00, A}));
-}
-
-TEST(ORLEByteStream, TheDestructorDoesNotFlush) {
-    quorel::testing::RecordingOutput target;
-    { ORLEByteStream(target).Put(A); }
-    EXPECT_TRUE(target.mData.empty());
-}
-
-TEST(RLEByteStream, NeitherDirectionSeeks) {
-    quorel::testing::RecordingOutput target;
-    ORLEByteStream coder(target);
-    EXPECT_THROW(coder.CurPos(0), byte_stream_exception);
-    EXPECT_THROW(coder.CurPos(), byte_stream_exception);
-    IBufferByteStream source(nullptr, 0);
-    IRLEByteStream decoder(source);
-    EXPECT_THROW(decoder.CurPos(0), byte_stream_exception);
-    EXPECT_THROW(decoder.CurPos(), byte_stream_exception);
-    EXPECT_EQ(decoder.Length(), 0u);
-}
-
-TEST(IRLEByteStream, SkipsNoOpHeadersAndPassesTheEndOn) {
-    EXPECT_EQ(Decode({0x80, 0x80, 0x01, A, B, 0x80, 0xFD, A, 0x80}), (Bytes{A, B, A, A, A, A}));
-    EXPECT_EQ(Decode({0x81, B}), Bytes(128, B));
-
-    Bytes const truncated{0x05, A, B};
-    IBufferByteStream source(truncated.data(), truncated.size());
-    IRLEByteStream decoder(source);
-    EXPECT_EQ(decoder.Get(), A);
-    EXPECT_EQ(decoder.Get(), B);
-    EXPECT_THROW(decoder.Get(), eof_error);
-}
-
-TEST(RLEByteStream, RandomDataRoundTrips) {
-    for (std::uint32_t seed = 1; seed <= 40; ++seed) {
-        Bytes const plain = seed % 2 == 0 ? quorel::testing::RunnyBytes(5000 + seed * 97, seed)
-                                          : quorel::testing::RandomBytes(seed * 131, seed);
-        Bytes const coded = Encode(plain).mAfterFlush;
-        ASSERT_EQ(Decode(coded), plain) << "seed " << seed;
-        for (std::size_t i = 0; i < coded.size();) {  // the coder never writes the no-op header
-            signed char const header = static_cast<signed char>(coded[i]);
-            ASSERT_NE(coded[i], 0x80);
-            i += header >= 0 ? header + 2 : 2;
-        }
-    }
-}
-
-// ---- An outside decoder: libtiff reads strips coded by ORLEByteStream ----
-
-constexpr std::uint32_t kWidth = 300;  // rows longer than one packet
-constexpr std::uint32_t kHeight = 40;
-constexpr std::uint32_t kRowsPerStrip = 16;
-
-Bytes TestImage() {
-    Bytes pixels(kWidth * kHeight);
-    Bytes const noise = quorel::testing::RandomBytes(pixels.size(), 99);
-    for (std::uint32_t y = 0; y < kHeight; ++y) {
-        for (std::uint32_t x = 0; x < kWidth; ++x) {
-            unsigned char& pixel = pixels[y * kWidth + x];
-            pixel = x < 100 ? static_cast<unsigned char>(y * 6) : (x < 200 ? noise[y * kWidth + x] : (x / 3) % 2 * 255);
-        }
-    }
-    return pixels;
-}
-
-// PackBits strips as TIFF wants them: each row coded on its own.
-std::vector<std::string> CodeStrips(Bytes const& inPixels) {
-    std::vector<std::string> strips;
-    for (std::uint32_t top = 0; top < kHeight; top += kRowsPerStrip) {
-        std::string strip;
-        OStringByteStream out(strip);
-        ORLEByteStream coder(out);
-        for (std::uint32_t y = top; y < std::min(kHeight, top + kRowsPerStrip); ++y) {
-            coder.WriteBlock(&inPixels[y * kWidth], kWidth);
+TEST(RLEByteStream, FlushStartsANewPacketNoOpHeadersAreSkippedAndNothingSeeks) {
+    RecordingOutput target;
+    {
+        ORLEByteStream coder(target);
+        for (unsigned char byte : {A, A}) {
+            coder.Put(byte);
             coder.Flush();
         }
-        strips.push_back(strip);
+        coder.Flush();
+        coder.Put(B);
+        EXPECT_THROW(coder.CurPos(0), byte_stream_exception);
+        EXPECT_THROW(coder.CurPos(), byte_stream_exception);
     }
-    return strips;
+    EXPECT_EQ(target.mData, (Bytes{0x00, A, 0x00, A})) << "the destructor does not flush";
+    IBufferByteStream empty(nullptr, 0);
+    EXPECT_THROW(IRLEByteStream(empty).CurPos(0), byte_stream_exception);
+    EXPECT_THROW(IRLEByteStream(empty).CurPos(), byte_stream_exception);
+
+    EXPECT_EQ(Decode({0x80, 0x80, 0x01, A, B, 0x80, 0xFD, A, 0x80}), (Bytes{A, B, A, A, A, A}));
+    EXPECT_EQ(Decode({0x05, A, B}), (Bytes{A, B})) << "a cut packet ends with the source's eof_error";
 }
 
-void WriteEntry(OByteStream& ioOut, std::uint16_t inTag, std::uint16_t inType, std::uint32_t inCount,
-                std::uint32_t inValue) {
-    ioOut << inTag << inType << inCount;
-    if (inType == 3 && inCount == 1) {
-        ioOut << static_cast<std::uint16_t>(inValue) << static_cast<std::uint16_t>(0);
-    } else {
-        ioOut << inValue;
+TEST(RLEByteStream, RandomDataRoundTripsWithoutNoOpHeaders) {
+    for (std::uint32_t seed = 1; seed <= 40; ++seed) {
+        std::mt19937 random(seed);
+        Bytes plain = RandomBytes(seed * 131, seed);
+        while (seed % 2 == 0 && plain.size() < 5000) {  // runs, a quarter of them of 0x80
+            std::size_t const run = random() % 4 == 0 ? random() % 300 : 1 + random() % 3;
+            plain.insert(plain.end(), run, static_cast<unsigned char>(random() % 4 == 0 ? 0x80 : random()));
+        }
+        Bytes const coded = Encode(plain);
+        ASSERT_EQ(Decode(coded), plain) << "seed " << seed;
+        for (std::size_t i = 0; i < coded.size(); i += coded[i] < 0x80 ? coded[i] + 2 : 2) {
+            ASSERT_NE(coded[i], 0x80);
+        }
     }
 }
 
-// A big-endian 8-bit greyscale TIFF with PackBits strips.
-std::string PackBitsTiff(Bytes const& inPixels) {
-    std::vector<std::string> const strips = CodeStrips(inPixels);
-    std::uint32_t const stripCount = static_cast<std::uint32_t>(strips.size());
-    std::uint16_t const entries = 9;
-    std::uint32_t const offsetsAt = 8 + 2 + entries * 12 + 4;
-    std::uint32_t const countsAt = offsetsAt + 4 * stripCount;
-    std::uint32_t dataAt = countsAt + 4 * stripCount;
+// A big-endian 8-bit greyscale TIFF of inPixels, kWidth to a row, in one
+// strip, its rows PackBits-coded one by one when inPackBits.
+constexpr std::uint32_t kWidth = 300;  // rows longer than one packet
 
-    std::string tiff;
-    OStringByteStream out(tiff);
-    out << 'M' << 'M' << std::uint16_t(42) << std::uint32_t(8) << entries;
-    WriteEntry(out, 256, 3, 1, kWidth);
-    WriteEntry(out, 257, 3, 1, kHeight);
-    WriteEntry(out, 258, 3, 1, 8);
-    WriteEntry(out, 259, 3, 1, 32773);  // PackBits
-    WriteEntry(out, 262, 3, 1, 1);      // black is zero
-    WriteEntry(out, 273, 4, stripCount, offsetsAt);
-    WriteEntry(out, 277, 3, 1, 1);
-    WriteEntry(out, 278, 3, 1, kRowsPerStrip);
-    WriteEntry(out, 279, 4, stripCount, countsAt);
+void WriteTiff(File const& inFile, Bytes const& inPixels, bool inPackBits) {
+    Bytes strip;
+    for (auto row = inPixels.begin(); row != inPixels.end(); row += kWidth) {
+        Bytes const coded = inPackBits ? Encode(Bytes(row, row + kWidth)) : Bytes(row, row + kWidth);
+        strip.insert(strip.end(), coded.begin(), coded.end());
+    }
+    auto const height = static_cast<std::uint32_t>(inPixels.size() / kWidth);
+    auto const size = static_cast<std::uint32_t>(strip.size());
+    std::uint32_t const entries[][3] = {{256, 3, kWidth}, {257, 3, height}, {258, 3, 8},
+                                        {259, 3, inPackBits ? 32773u : 1u}, {262, 3, 1},  // black is zero
+                                        {273, 4, 8 + 2 + 7 * 12 + 4}, {279, 4, size}};
+    inFile.Create();
+    OPlatformByteStream out(inFile);
+    out << 'M' << 'M' << std::uint16_t(42) << std::uint32_t(8) << std::uint16_t(7);
+    for (auto const& entry : entries) {  // tag, type (3 SHORT, 4 LONG), count 1, value
+        out << std::uint16_t(entry[0]) << std::uint16_t(entry[1]) << std::uint32_t(1);
+        entry[1] == 3 ? out << std::uint16_t(entry[2]) << std::uint16_t(0) : out << entry[2];
+    }
     out << std::uint32_t(0);
-    for (std::string const& strip : strips) {
-        out << dataAt;
-        dataAt += static_cast<std::uint32_t>(strip.size());
-    }
-    for (std::string const& strip : strips) {
-        out << static_cast<std::uint32_t>(strip.size());
-    }
-    for (std::string const& strip : strips) {
-        tiff += strip;
-    }
-    return tiff;
+    out.WriteBlock(strip.data(), size);
 }
 
-// The value list of a SHORT or LONG entry of a big-endian TIFF directory.
-std::vector<std::uint32_t> EntryValues(IByteStream& ioIn, std::uint16_t inType, std::uint32_t inCount) {
-    std::uint32_t const size = inType == 3 ? 2 : 4;
-    std::uint64_t const back = ioIn.CurPos() + 4;
-    if (size * inCount > 4) {
-        std::uint32_t offset;
-        ioIn >> offset;
-        ioIn.CurPos(offset);
+TEST(RLEByteStream, LibtiffDecodesThePackBitsRows) {
+    if (std::system("command -v tiffcp >/dev/null && command -v tiffcmp >/dev/null") != 0) {
+        GTEST_SKIP() << "tiffcp or tiffcmp is not installed (Debian package libtiff-tools)";
     }
-    std::vector<std::uint32_t> values;
-    for (std::uint32_t i = 0; i < inCount; ++i) {
-        if (inType == 3) {
-            std::uint16_t value;
-            ioIn >> value;
-            values.push_back(value);
-        } else {
-            std::uint32_t value;
-            ioIn >> value;
-            values.push_back(value);
-        }
+    TempDirectory temp;
+    Bytes pixels = RandomBytes(kWidth * 40, 99);
+    for (std::size_t i = 0; i < pixels.size(); ++i) {  // flat, noisy and striped thirds
+        std::uint32_t const x = i % kWidth;
+        pixels[i] = x < 100 ? static_cast<unsigned char>(i / kWidth * 6) : (x < 200 ? pixels[i] : (x / 3) % 2 * 255);
     }
-    ioIn.CurPos(back);
-    return values;
-}
-
-// The image data of an uncompressed big-endian TIFF, strip after strip.
-Bytes UncompressedPixels(File const& inTiff) {
-    IPlatformByteStream file(inTiff);
-    IBufferedByteStream in(file, 32768, 4096);
-    char m1, m2;
-    std::uint16_t magic, entries;
-    std::uint32_t directory;
-    in >> m1 >> m2 >> magic >> directory;
-    EXPECT_EQ(std::string({m1, m2}), "MM");
-    EXPECT_EQ(magic, 42);
-    in.CurPos(directory);
-    in >> entries;
-    std::map<std::uint16_t, std::vector<std::uint32_t>> tags;
-    for (std::uint16_t i = 0; i < entries; ++i) {
-        std::uint16_t tag, type;
-        std::uint32_t count;
-        in >> tag >> type >> count;
-        if (type == 3 || type == 4) {
-            tags[tag] = EntryValues(in, type, count);
-        } else {
-            in.CurPos(in.CurPos() + 4);
-        }
-    }
-    EXPECT_EQ(tags[259], std::vector<std::uint32_t>{1}) << "not uncompressed";
-    Bytes pixels;
-    for (std::size_t i = 0; i < tags[273].size(); ++i) {
-        Bytes strip(tags[279][i]);
-        in.CurPos(tags[273][i]);
-        in.ReadBlock(strip.data(), static_cast<std::uint32_t>(strip.size()));
-        pixels.insert(pixels.end(), strip.begin(), strip.end());
-    }
-    return pixels;
-}
-
-TEST(RLEByteStream, LibtiffDecodesThePackBitsStrips) {
-    if (std::system("command -v tiffcp >/dev/null 2>&1") != 0) {
-        GTEST_SKIP() << "tiffcp is not installed (Debian package libtiff-tools)";
-    }
-    quorel::testing::TempDirectory temp;
-    Bytes const pixels = TestImage();
-    File const packed = temp.FileNamed("packbits.tif");
-    packed.Create();
-    {
-        std::string const tiff = PackBitsTiff(pixels);
-        IStringByteStream source(const_cast<std::string&>(tiff));
-        OPlatformByteStream out(packed);
-        out << source;
-    }
-    std::string const command =
-        "tiffcp -c none -B '" + temp.Path("packbits.tif") + "' '" + temp.Path("plain.tif") + "'";
-    ASSERT_EQ(std::system(command.c_str()), 0) << command;
-    EXPECT_EQ(UncompressedPixels(temp.FileNamed("plain.tif")), pixels);
+    WriteTiff(temp.FileNamed("packbits.tif"), pixels, true);
+    WriteTiff(temp.FileNamed("plain.tif"), pixels, false);
+    // libtiff decodes the PackBits rows; both copies then carry the same tags,
+    // so that tiffcmp goes on to compare the pixels.
+    std::string const command = "cd '" + temp.Path("") + "' && tiffcp -c none packbits.tif a.tif && " +
+                                "tiffcp -c none plain.tif b.tif && tiffcmp a.tif b.tif";
+    EXPECT_EQ(std::system(command.c_str()), 0) << command;
 }
 
 }  // namespace

@@ -3,18 +3,15 @@
 #include <boost/intrusive_ptr.hpp>
 #include <gtest/gtest.h>
 
-
-using namespace quorel;
-using namespace quorel::utility;
-
 namespace {
 
-class Counted : public RefCountedObject {
+class Counted : public quorel::utility::RefCountedObject {
 public:
     explicit Counted(int* ioDestroyed) : mDestroyed(ioDestroyed) {}
     Counted(Counted const& inOther) = default;
+    Counted& operator=(Counted const& inOther) = default;
     ~Counted() override { ++*mDestroyed; }
-    void Guard(bool inGuard) { SetDeletionGuard(inGuard); }
+    using RefCountedObject::SetDeletionGuard;
 
 private:
     int* mDestroyed;
@@ -22,34 +19,26 @@ private:
 
 }  // namespace
 
-TEST(RefCountedObject, LastReleaseDeletesUnlessGuarded) {
+TEST(RefCountedObject, LastReleaseDeletesUnlessGuardedAndCopiesStartAfresh) {
     int destroyed = 0;
     {
         boost::intrusive_ptr<Counted> first(new Counted(&destroyed));
-        EXPECT_EQ(first->GetRefCount(), 1);
         boost::intrusive_ptr<Counted> second = first;
         EXPECT_EQ(first->GetRefCount(), 2);
+        Counted copy(*first);
+        Counted assigned(&destroyed);
+        assigned = *first;
         second.reset();
+        EXPECT_TRUE(copy.GetRefCount() == 0 && assigned.GetRefCount() == 0 && first->GetRefCount() == 1);
         EXPECT_EQ(destroyed, 0);
     }
-    EXPECT_EQ(destroyed, 1);
+    EXPECT_EQ(destroyed, 3);  // the copies and the shared object
 
     Counted* guarded = new Counted(&destroyed);
-    guarded->Guard(true);
+    guarded->SetDeletionGuard(true);
     { boost::intrusive_ptr<Counted> holder(guarded); }
-    EXPECT_EQ(destroyed, 1);
-    guarded->Guard(false);
+    EXPECT_EQ(destroyed, 3);
+    guarded->SetDeletionGuard(false);
     { boost::intrusive_ptr<Counted> holder(guarded); }
-    EXPECT_EQ(destroyed, 2);
-}
-
-TEST(RefCountedObject, CopiesStartAfresh) {
-    int destroyed = 0;
-    boost::intrusive_ptr<Counted> original(new Counted(&destroyed));
-    Counted copy(*original);
-    EXPECT_EQ(copy.GetRefCount(), 0);
-    Counted assigned(&destroyed);
-    assigned = *original;
-    EXPECT_EQ(assigned.GetRefCount(), 0);
-    EXPECT_EQ(original->GetRefCount(), 1);
+    EXPECT_EQ(destroyed, 4);
 }

@@ -1,4 +1,4 @@
-// File: a normalised file path and the operations on what lies there.
+// File: the name parts of a file path and the operations on what it names.
 #include <quorel/filesupport/File.h>
 #include <quorel/filesupport/FileExceptions.h>
 #include <quorel/utility/CaseMapping.h>
@@ -10,50 +10,12 @@
 namespace quorel {
 namespace filesupport {
 
-namespace {
-
-// Both times of what inTarget names; raises the not-found or general exception.
-FileTimes ReadTimes(File const& inTarget) {
-    FileTimes times;
-    ThrowFileAccessFailure(inTarget,
-                           platform::GetFileTimes(inTarget.Helper().FullNativePath(), times.mCreated, times.mModified));
-    return times;
-}
-
-}  // namespace
-
-File::File() : mHelper(new FileHelper(UTF16String())) {}
-
-File::File(UTF16String const& inPath) : mHelper(new FileHelper(inPath)) {}
-
-File::File(Dir const& inDir, UTF16String const& inName) : mHelper(new FileHelper(inDir, inName)) {}
-
-File::File(FileHelper const& inHelper) : mHelper(new FileHelper(inHelper)) {}
-
-File::File(File const& inOther) : mHelper(new FileHelper(*inOther.mHelper)) {}
-
-File& File::operator=(File const& inOther) {
-    std::unique_ptr<FileHelper> replacement(new FileHelper(*inOther.mHelper));
-    mHelper = std::move(replacement);
-    return *this;
-}
-
-File::~File() = default;
-
-UTF16String File::FullPath() const { return mHelper->Path(); }
-
-std::string File::FullPathMultiByte() const { return platform::UTF16ToNarrow(mHelper->Path()); }
-
-UTF16String File::GetName() const { return pathtext::Name(mHelper->Path()); }
-
 UTF16String File::GetTitle() const { return pathtext::Title(mHelper->Path()); }
 
 UTF16String File::GetExtension(bool inLowerCase) const {
     UTF16String const extension = pathtext::Extension(mHelper->Path());
     return inLowerCase ? utility::LowerCase(extension) : extension;
 }
-
-Dir File::Parent() const { return Dir(pathtext::ParentText(mHelper->Path())); }
 
 bool File::Exists() const {
     bool isDirectory = false;
@@ -79,10 +41,6 @@ void File::Rename(UTF16String const& inNewName) {
     mHelper.reset(new FileHelper(FileHelper::StoredPath(), target));
 }
 
-std::uint64_t File::Created() const { return ReadTimes(*this).mCreated; }
-
-std::uint64_t File::Modified() const { return ReadTimes(*this).mModified; }
-
 std::uint64_t File::Size(FileSizeSelector inSelector) const {
     switch (inSelector) {
         case kFileSize_DataLogical:
@@ -96,10 +54,6 @@ std::uint64_t File::Size(FileSizeSelector inSelector) const {
     std::uint64_t size = 0;
     return platform::GetFileSize(mHelper->FullNativePath(), size) == kError_None ? size : 0;
 }
-
-bool File::operator==(File const& inOther) const { return mHelper->Path() == inOther.mHelper->Path(); }
-
-FileHelper const& File::Helper() const { return *mHelper; }
 
 FileHelper& File::Helper() { return *mHelper; }
 

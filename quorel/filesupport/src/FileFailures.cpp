@@ -44,7 +44,7 @@ void ThrowCreateFailure(File const& inFile, FileErrorCode inCode) {
     throw create_exception(inFile);
 }
 
-void ThrowFileAccessFailure(File const& inFile, FileErrorCode inCode) {
+void ThrowAccessFailure(File const& inFile, FileErrorCode inCode) {
     if (inCode == kError_FileNotFound) {
         throw file_not_found_exception(inFile);
     }
@@ -53,7 +53,7 @@ void ThrowFileAccessFailure(File const& inFile, FileErrorCode inCode) {
     }
 }
 
-void ThrowDirAccessFailure(Dir const& inDir, FileErrorCode inCode) {
+void ThrowAccessFailure(Dir const& inDir, FileErrorCode inCode) {
     if (inCode == kError_FileNotFound) {
         throw dir_not_found_exception(inDir);
     }

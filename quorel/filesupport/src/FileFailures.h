@@ -24,10 +24,10 @@ void ThrowCreateFailure(File const& inFile, FileErrorCode inCode);
 
 /// Raises file_not_found_exception for "file not found", file_exception for
 /// any other error.  Does nothing for 0.
-void ThrowFileAccessFailure(File const& inFile, FileErrorCode inCode);
+void ThrowAccessFailure(File const& inFile, FileErrorCode inCode);
 
 /// The same for a directory: dir_not_found_exception or dir_exception.
-void ThrowDirAccessFailure(Dir const& inDir, FileErrorCode inCode);
+void ThrowAccessFailure(Dir const& inDir, FileErrorCode inCode);
 
 /// True when inName can be given to Rename: not empty and free of separators.
 bool IsPlainName(UTF16String const& inName);

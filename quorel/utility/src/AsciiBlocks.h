@@ -14,6 +14,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <utility>
 
 #if defined(__SSE2__) || defined(_M_X64)
 #include <emmintrin.h>
@@ -67,7 +68,66 @@ inline unsigned int LowestBit(unsigned int inMask) noexcept {
 #endif
 }
 
+// The scalar steps that the block forms finish with and the portable forms
+// consist of.
+
+// ScanUTF16 from unit inIndex on: adds to ioExtra and ioHighSurrogates.
+inline std::size_t ScanUTF16From(unsigned short const* inUnits, std::size_t inIndex, std::size_t inLimit,
+                                 std::size_t& ioExtra, bool& ioHighSurrogates) noexcept {
+    for (; inIndex < inLimit && inUnits[inIndex] != 0; ++inIndex) {
+        unsigned int const unit = inUnits[inIndex];
+        ioExtra += static_cast<std::size_t>(unit >= 0x80) + static_cast<std::size_t>(unit >= 0x800);
+        ioHighSurrogates = ioHighSurrogates || (unit & 0xFC00) == 0xD800;
+    }
+    return inIndex;
+}
+
+// CountSurrogatePairs from unit inIndex on, plus inPairs.
+inline std::size_t CountSurrogatePairsFrom(unsigned short const* inUnits, std::size_t inIndex, std::size_t inCount,
+                                           std::size_t inPairs) noexcept {
+    for (; inIndex + 1 < inCount; ++inIndex) {
+        inPairs += (inUnits[inIndex] & 0xFC00) == 0xD800 && (inUnits[inIndex + 1] & 0xFC00) == 0xDC00;
+    }
+    return inPairs;
+}
+
+// CountUTF16Units from byte inIndex on: adds to ioContinuations and
+// ioFourByteLeads and returns the bitwise or of the bytes.
+inline unsigned int CountUTF16UnitsFrom(unsigned char const* inBytes, std::size_t inIndex, std::size_t inCount,
+                                        std::size_t& ioContinuations, std::size_t& ioFourByteLeads) noexcept {
+    unsigned int any = 0;
+    for (; inIndex < inCount; ++inIndex) {
+        any |= inBytes[inIndex];
+        ioContinuations += (inBytes[inIndex] & 0xC0) == 0x80;
+        ioFourByteLeads += inBytes[inIndex] >= 0xF0;
+    }
+    return any;
+}
+
 #if QUOREL_HAVE_SSE2
+
+// Calls inStore(std::integral_constant<int, Lane>()) for each of the eight
+// 16-bit lanes in turn, unrolled, so that the lane is a constant to the
+// intrinsics that extract it.
+template <class Store, int... Lanes>
+inline void ForEachLane(Store const& inStore, std::integer_sequence<int, Lanes...>) noexcept {
+    (inStore(std::integral_constant<int, Lanes>()), ...);
+}
+
+// Scatters eight pieces of output whose lengths are the 16-bit lanes of
+// inLengths: lane k is stored at the sum of the lengths before it, by
+// inStore(std::integral_constant<int, k>(), offsets).  The offsets come from
+// a prefix sum, so that the stores do not wait on one another.  Returns the
+// sum of all lengths.
+template <class Store>
+inline std::size_t ScatterLanes(__m128i inLengths, Store const& inStore) noexcept {
+    __m128i ends = _mm_add_epi16(inLengths, _mm_slli_si128(inLengths, 2));
+    ends = _mm_add_epi16(ends, _mm_slli_si128(ends, 4));
+    ends = _mm_add_epi16(ends, _mm_slli_si128(ends, 8));
+    __m128i const offsets = _mm_sub_epi16(ends, inLengths);
+    ForEachLane([&](auto inLane) { inStore(inLane, offsets); }, std::make_integer_sequence<int, 8>());
+    return static_cast<std::size_t>(_mm_extract_epi16(ends, 7));
+}
 
 // The sum of eight unsigned 16-bit lanes.
 inline std::size_t SumLanes16(__m128i inLanes) noexcept {
@@ -118,12 +178,6 @@ inline unsigned int SurrogateBits(unsigned short const* inUnits) noexcept {
     return static_cast<unsigned int>(_mm_movemask_epi8(_mm_packs_epi16(lowSurrogates, highSurrogates)));
 }
 
-// Stores lane Lane of inUnits at the offset in lane Lane of inOffsets.
-template <int Lane>
-inline void StoreUnit(__m128i inUnits, __m128i inOffsets, unsigned short* outUnits) noexcept {
-    outUnits[_mm_extract_epi16(inOffsets, Lane)] = static_cast<unsigned short>(_mm_extract_epi16(inUnits, Lane));
-}
-
 // Decodes one half of DecodeOneOrTwoByteBlock: eight bytes and the byte
 // behind each, widened to units, with their lead and continuation flags as
 // 16-bit lanes.  Each lane gives its unit (an ASCII byte or a two-byte
@@ -136,19 +190,10 @@ inline void DecodeTwoByteHalf(__m128i inBytes, __m128i inNext, __m128i inLeads, 
                                       _mm_and_si128(inNext, _mm_set1_epi16(0x3F)));
     __m128i const units = _mm_or_si128(_mm_and_si128(inLeads, pair), _mm_andnot_si128(inLeads, inBytes));
     __m128i const kept = _mm_add_epi16(_mm_set1_epi16(1), inTrails);  // 0 for continuations
-    __m128i ends = _mm_add_epi16(kept, _mm_slli_si128(kept, 2));
-    ends = _mm_add_epi16(ends, _mm_slli_si128(ends, 4));
-    ends = _mm_add_epi16(ends, _mm_slli_si128(ends, 8));
-    __m128i const offsets = _mm_sub_epi16(ends, kept);
-    StoreUnit<0>(units, offsets, outUnits);
-    StoreUnit<1>(units, offsets, outUnits);
-    StoreUnit<2>(units, offsets, outUnits);
-    StoreUnit<3>(units, offsets, outUnits);
-    StoreUnit<4>(units, offsets, outUnits);
-    StoreUnit<5>(units, offsets, outUnits);
-    StoreUnit<6>(units, offsets, outUnits);
-    StoreUnit<7>(units, offsets, outUnits);
-    outCount = static_cast<std::size_t>(_mm_extract_epi16(ends, 7));
+    outCount = ScatterLanes(kept, [&](auto inLane, __m128i inOffsets) {
+        constexpr int kLane = decltype(inLane)::value;
+        outUnits[_mm_extract_epi16(inOffsets, kLane)] = static_cast<unsigned short>(_mm_extract_epi16(units, kLane));
+    });
 }
 
 /// Decodes the kBlock bytes at inBytes (kBlock + 1 readable) if they are ASCII
@@ -239,16 +284,9 @@ inline std::size_t ScanUTF16(unsigned short const* inUnits, std::size_t inLimit,
         }
         shortUnits += SumLanes16(shortLanes);
     }
-    std::size_t extra = 2 * i - shortUnits;
-    bool high = _mm_movemask_epi8(highLanes) != 0;
-    for (; i < inLimit && inUnits[i] != 0; ++i) {
-        unsigned int const unit = inUnits[i];
-        extra += static_cast<std::size_t>(unit >= 0x80) + static_cast<std::size_t>(unit >= 0x800);
-        high = high || (unit & 0xFC00) == 0xD800;
-    }
-    outExtra = extra;
-    outHighSurrogates = high;
-    return i;
+    outExtra = 2 * i - shortUnits;
+    outHighSurrogates = _mm_movemask_epi8(highLanes) != 0;
+    return ScanUTF16From(inUnits, i, inLimit, outExtra, outHighSurrogates);
 }
 
 /// Counts the surrogate pairs among inCount units: the high surrogates that
@@ -274,10 +312,7 @@ inline std::size_t CountSurrogatePairs(unsigned short const* inUnits, std::size_
         }
         pairs += SumLanes16(pairLanes);
     }
-    for (; i + 1 < inCount; ++i) {
-        pairs += (inUnits[i] & 0xFC00) == 0xD800 && (inUnits[i + 1] & 0xFC00) == 0xDC00;
-    }
-    return pairs;
+    return CountSurrogatePairsFrom(inUnits, i, inCount, pairs);
 }
 
 /// Counts the bytes that are not continuation bytes (0x80 to 0xBF) plus the
@@ -313,71 +348,38 @@ inline std::size_t CountUTF16Units(unsigned char const* inBytes, std::size_t inC
         fourByteLeads += static_cast<std::size_t>(_mm_cvtsi128_si32(fours)) +
                          static_cast<std::size_t>(_mm_cvtsi128_si32(_mm_srli_si128(fours, 8)));
     }
-    unsigned int any = 0;
-    for (; i < inCount; ++i) {
-        any |= inBytes[i];
-        continuations += (inBytes[i] & 0xC0) == 0x80;
-        fourByteLeads += inBytes[i] >= 0xF0;
-    }
+    unsigned int const any = CountUTF16UnitsFrom(inBytes, i, inCount, continuations, fourByteLeads);
     if (_mm_movemask_epi8(anyLanes) != 0 || any >= 0x80) {
         ioAllAscii = false;
     }
     return inCount - continuations + fourByteLeads;
 }
 
-// Stores the two bytes in lane Lane of inSequences at the offset in lane Lane
-// of inOffsets.
-template <int Lane>
-inline void StoreSequence(__m128i inSequences, __m128i inOffsets, unsigned char* outBytes) noexcept {
-    std::uint16_t const sequence = static_cast<std::uint16_t>(_mm_extract_epi16(inSequences, Lane));
-    std::memcpy(outBytes + _mm_extract_epi16(inOffsets, Lane), &sequence, sizeof sequence);
-}
-
-/// Encodes kHalfBlock units below U+0800 as UTF-8 at outBytes and returns the
-/// number of bytes (one or two a unit).  May write up to kBlock bytes.
-///
-/// The sequences of all units are formed side by side, each as a 16-bit lead
-/// and continuation byte (the lead alone for ASCII), and a prefix sum of their
-/// lengths gives each its offset, so that the stores do not wait on one another.
-inline std::size_t EncodeBelow800(unsigned short const* inUnits, unsigned char* outBytes) noexcept {
+// The UTF-8 sequences of eight units below U+0800, each in its 16-bit lane:
+// the lead byte low and the continuation byte (if any) high.  Sets outTwo to
+// all ones in the lanes of two-byte sequences.
+inline __m128i SequencesBelow800(unsigned short const* inUnits, __m128i& outTwo) noexcept {
     __m128i const units = _mm_loadu_si128(reinterpret_cast<__m128i const*>(inUnits));
-    __m128i const two = _mm_cmpgt_epi16(units, _mm_set1_epi16(0x7F));  // all ones for two bytes
+    __m128i const two = _mm_cmpgt_epi16(units, _mm_set1_epi16(0x7F));
     __m128i const lead = _mm_or_si128(_mm_and_si128(two, _mm_or_si128(_mm_srli_epi16(units, 6), _mm_set1_epi16(0xC0))),
                                       _mm_andnot_si128(two, units));
     __m128i const trail = _mm_or_si128(_mm_and_si128(units, _mm_set1_epi16(0x3F)), _mm_set1_epi16(0x80));
-    __m128i const sequences = _mm_or_si128(lead, _mm_slli_epi16(trail, 8));
-    __m128i const lengths = _mm_sub_epi16(_mm_set1_epi16(1), two);
-    __m128i ends = _mm_add_epi16(lengths, _mm_slli_si128(lengths, 2));
-    ends = _mm_add_epi16(ends, _mm_slli_si128(ends, 4));
-    ends = _mm_add_epi16(ends, _mm_slli_si128(ends, 8));
-    __m128i const offsets = _mm_sub_epi16(ends, lengths);
-    StoreSequence<0>(sequences, offsets, outBytes);
-    StoreSequence<1>(sequences, offsets, outBytes);
-    StoreSequence<2>(sequences, offsets, outBytes);
-    StoreSequence<3>(sequences, offsets, outBytes);
-    StoreSequence<4>(sequences, offsets, outBytes);
-    StoreSequence<5>(sequences, offsets, outBytes);
-    StoreSequence<6>(sequences, offsets, outBytes);
-    StoreSequence<7>(sequences, offsets, outBytes);
-    return static_cast<std::size_t>(_mm_extract_epi16(ends, 7));
+    outTwo = two;
+    return _mm_or_si128(lead, _mm_slli_epi16(trail, 8));
 }
 
-// Stores the two bytes in lane Lane of inFirstTwo and the byte in lane Lane of
-// inThird at the offset in lane Lane of inOffsets.
-template <int Lane>
-inline void StoreThreeOf(__m128i inFirstTwo, __m128i inThird, __m128i inOffsets, unsigned char* outBytes) noexcept {
-    unsigned char* const out = outBytes + _mm_extract_epi16(inOffsets, Lane);
-    std::uint16_t const firstTwo = static_cast<std::uint16_t>(_mm_extract_epi16(inFirstTwo, Lane));
-    std::memcpy(out, &firstTwo, sizeof firstTwo);
-    out[2] = static_cast<unsigned char>(_mm_extract_epi16(inThird, Lane));
-}
+// The UTF-8 sequences of eight units that are no surrogates, byte by byte in
+// 16-bit lanes, and which units are ASCII and which below U+0800 (all ones in
+// their lanes).
+struct BmpSequences {
+    __m128i mAscii;
+    __m128i mBelow800;
+    __m128i mFirstTwo;  // the first byte low, the second (if any) high
+    __m128i mLast;      // the last byte of the sequences of two and three bytes
+    __m128i mThird;     // the third byte, 0 for the shorter sequences
+};
 
-/// Encodes kHalfBlock units that are no surrogates as UTF-8 at outBytes and
-/// returns the number of bytes (one to three a unit).  May write up to
-/// 3 * kHalfBlock + 1 bytes.  The way of EncodeBelow800, for text that mixes
-/// all three lengths: each unit stores its first two bytes and its third,
-/// which the next unit overwrites when the sequence is shorter.
-inline std::size_t EncodeBmpHalf(unsigned short const* inUnits, unsigned char* outBytes) noexcept {
+inline BmpSequences SequencesOfBmpUnits(unsigned short const* inUnits) noexcept {
     __m128i const units = _mm_loadu_si128(reinterpret_cast<__m128i const*>(inUnits));
     __m128i const zero = _mm_setzero_si128();
     __m128i const ascii = _mm_cmpeq_epi16(_mm_subs_epu16(units, _mm_set1_epi16(0x7F)), zero);
@@ -391,22 +393,49 @@ inline std::size_t EncodeBmpHalf(unsigned short const* inUnits, unsigned char* o
     __m128i const first = _mm_or_si128(_mm_or_si128(_mm_and_si128(ascii, units), _mm_and_si128(two, lead2)),
                                        _mm_andnot_si128(below800, lead3));
     __m128i const second = _mm_or_si128(_mm_and_si128(two, last), _mm_andnot_si128(below800, middle3));
-    __m128i const firstTwo = _mm_or_si128(first, _mm_slli_epi16(second, 8));
+    __m128i const third = _mm_andnot_si128(below800, last);
+    return {ascii, below800, _mm_or_si128(first, _mm_slli_epi16(second, 8)), last, third};
+}
+
+/// Encodes kHalfBlock units below U+0800 as UTF-8 at outBytes and returns the
+/// number of bytes (one or two a unit).  May write up to kBlock bytes.
+///
+/// The sequences of all units are formed side by side, each as a 16-bit lead
+/// and continuation byte (the lead alone for ASCII), and a prefix sum of their
+/// lengths gives each its offset, so that the stores do not wait on one another.
+inline std::size_t EncodeBelow800(unsigned short const* inUnits, unsigned char* outBytes) noexcept {
+    __m128i two;
+    __m128i const sequences = SequencesBelow800(inUnits, two);
+    return ScatterLanes(_mm_sub_epi16(_mm_set1_epi16(1), two), [&](auto inLane, __m128i inOffsets) {
+        constexpr int kLane = decltype(inLane)::value;
+        std::uint16_t const sequence = static_cast<std::uint16_t>(_mm_extract_epi16(sequences, kLane));
+        std::memcpy(outBytes + _mm_extract_epi16(inOffsets, kLane), &sequence, sizeof sequence);
+    });
+}
+
+/// Encodes kHalfBlock units that are no surrogates as UTF-8 at outBytes and
+/// returns the number of bytes (one to three a unit).  May write up to
+/// 3 * kHalfBlock + 1 bytes.  The way of EncodeBelow800, for text that mixes
+/// all three lengths: each unit stores its first two bytes and its third,
+/// which the next unit overwrites when the sequence is shorter.
+inline std::size_t EncodeBmpHalf(unsigned short const* inUnits, unsigned char* outBytes) noexcept {
+    BmpSequences const sequences = SequencesOfBmpUnits(inUnits);
     // Lengths: 3, less one for below U+0800, less one more for ASCII.
-    __m128i const lengths = _mm_add_epi16(_mm_add_epi16(_mm_set1_epi16(3), ascii), below800);
-    __m128i ends = _mm_add_epi16(lengths, _mm_slli_si128(lengths, 2));
-    ends = _mm_add_epi16(ends, _mm_slli_si128(ends, 4));
-    ends = _mm_add_epi16(ends, _mm_slli_si128(ends, 8));
-    __m128i const offsets = _mm_sub_epi16(ends, lengths);
-    StoreThreeOf<0>(firstTwo, last, offsets, outBytes);
-    StoreThreeOf<1>(firstTwo, last, offsets, outBytes);
-    StoreThreeOf<2>(firstTwo, last, offsets, outBytes);
-    StoreThreeOf<3>(firstTwo, last, offsets, outBytes);
-    StoreThreeOf<4>(firstTwo, last, offsets, outBytes);
-    StoreThreeOf<5>(firstTwo, last, offsets, outBytes);
-    StoreThreeOf<6>(firstTwo, last, offsets, outBytes);
-    StoreThreeOf<7>(firstTwo, last, offsets, outBytes);
-    return static_cast<std::size_t>(_mm_extract_epi16(ends, 7));
+    __m128i const lengths =
+        _mm_add_epi16(_mm_add_epi16(_mm_set1_epi16(3), sequences.mAscii), sequences.mBelow800);
+    return ScatterLanes(lengths, [&](auto inLane, __m128i inOffsets) {
+        constexpr int kLane = decltype(inLane)::value;
+        unsigned char* const out = outBytes + _mm_extract_epi16(inOffsets, kLane);
+        std::uint16_t const firstTwo = static_cast<std::uint16_t>(_mm_extract_epi16(sequences.mFirstTwo, kLane));
+        std::memcpy(out, &firstTwo, sizeof firstTwo);
+        out[2] = static_cast<unsigned char>(_mm_extract_epi16(sequences.mLast, kLane));
+    });
+}
+
+// All ones in the 16-bit lanes from inFirst to inLast (small positive values).
+inline __m128i InRange(__m128i inUnits, unsigned short inFirst, unsigned short inLast) noexcept {
+    return _mm_andnot_si128(_mm_cmplt_epi16(inUnits, _mm_set1_epi16(static_cast<short>(inFirst))),
+                            _mm_cmplt_epi16(inUnits, _mm_set1_epi16(static_cast<short>(inLast + 1))));
 }
 
 /// Maps kCaseBlock units if all are ASCII, adding inDelta to the units from
@@ -419,17 +448,9 @@ inline bool MapCaseBlock(unsigned short const* inUnits, unsigned short* outUnits
         return false;
     }
     // Below 0x80 the signed comparisons are exact.
-    __m128i const inRange = _mm_andnot_si128(_mm_cmplt_epi16(units, _mm_set1_epi16(static_cast<short>(inFirst))),
-                                             _mm_cmplt_epi16(units, _mm_set1_epi16(static_cast<short>(inLast + 1))));
-    __m128i const mapped = _mm_add_epi16(units, _mm_and_si128(inRange, _mm_set1_epi16(inDelta)));
+    __m128i const mapped = _mm_add_epi16(units, _mm_and_si128(InRange(units, inFirst, inLast), _mm_set1_epi16(inDelta)));
     _mm_storeu_si128(reinterpret_cast<__m128i*>(outUnits), mapped);
     return true;
-}
-
-// All ones in the 16-bit lanes from inFirst to inLast (small positive values).
-inline __m128i InRange(__m128i inUnits, unsigned short inFirst, unsigned short inLast) noexcept {
-    return _mm_andnot_si128(_mm_cmplt_epi16(inUnits, _mm_set1_epi16(static_cast<short>(inFirst))),
-                            _mm_cmplt_epi16(inUnits, _mm_set1_epi16(static_cast<short>(inLast + 1))));
 }
 
 /// Maps kCaseBlock units if all are below U+0100 and none is one of
@@ -474,44 +495,46 @@ inline bool CopyBlockInRange(unsigned short const* inUnits, unsigned short* outU
 }
 
 #if QUOREL_HAVE_SSSE3_FUNCTIONS
-/// For each set of two-byte units among eight (bit k for unit k), the byte
-/// shuffle that keeps the lead byte of every unit and the second byte of the
-/// two-byte ones, and the length of the result.
+/// Byte shuffles that compact the bytes in use out of a vector, one for each
+/// of 256 indices, and the length of each result.
 struct CompactionTable {
     alignas(16) unsigned char mShuffle[256][16];
     unsigned char mLength[256];
 };
 
-constexpr CompactionTable MakeCompactionTable() {
+// A table of shuffles over inLanes lanes of inLaneBytes bytes each: for each
+// of the 256 indices, the one that keeps the first inKept(index, lane) bytes
+// of every lane, side by side, and zeroes the rest.
+template <class Kept>
+constexpr CompactionTable MakeCompactionTable(unsigned int inLanes, unsigned int inLaneBytes, Kept inKept) {
     CompactionTable table{};
-    for (unsigned int twoBytes = 0; twoBytes < 256; ++twoBytes) {
+    for (unsigned int index = 0; index < 256; ++index) {
         unsigned int length = 0;
-        for (unsigned int unit = 0; unit < 8; ++unit) {
-            table.mShuffle[twoBytes][length++] = static_cast<unsigned char>(2 * unit);
-            if ((twoBytes >> unit) & 1u) {
-                table.mShuffle[twoBytes][length++] = static_cast<unsigned char>(2 * unit + 1);
+        for (unsigned int lane = 0; lane < inLanes; ++lane) {
+            for (unsigned int byte = 0; byte < inKept(index, lane); ++byte) {
+                table.mShuffle[index][length++] = static_cast<unsigned char>(inLaneBytes * lane + byte);
             }
         }
-        table.mLength[twoBytes] = static_cast<unsigned char>(length);
+        table.mLength[index] = static_cast<unsigned char>(length);
         for (unsigned int rest = length; rest < 16; ++rest) {
-            table.mShuffle[twoBytes][rest] = 0x80;  // a zero byte
+            table.mShuffle[index][rest] = 0x80;  // a zero byte
         }
     }
     return table;
 }
 
-inline constexpr CompactionTable kCompactionTable = MakeCompactionTable();
+/// For each set of two-byte units among eight (bit k for unit k), the byte
+/// shuffle that keeps the lead byte of every unit and the second byte of the
+/// two-byte ones, and the length of the result.
+inline constexpr CompactionTable kCompactionTable = MakeCompactionTable(
+    8, 2, [](unsigned int inTwoBytes, unsigned int inUnit) { return 1 + ((inTwoBytes >> inUnit) & 1u); });
 
 // EncodeBelow800 with SSSE3: the same sequences, compacted by one shuffle
 // instead of stored one by one.  Writes 16 bytes.
 __attribute__((target("ssse3"))) inline std::size_t EncodeBelow800HalfSsse3(unsigned short const* inUnits,
                                                                             unsigned char* outBytes) noexcept {
-    __m128i const units = _mm_loadu_si128(reinterpret_cast<__m128i const*>(inUnits));
-    __m128i const two = _mm_cmpgt_epi16(units, _mm_set1_epi16(0x7F));
-    __m128i const lead = _mm_or_si128(_mm_and_si128(two, _mm_or_si128(_mm_srli_epi16(units, 6), _mm_set1_epi16(0xC0))),
-                                      _mm_andnot_si128(two, units));
-    __m128i const trail = _mm_or_si128(_mm_and_si128(units, _mm_set1_epi16(0x3F)), _mm_set1_epi16(0x80));
-    __m128i const sequences = _mm_or_si128(lead, _mm_slli_epi16(trail, 8));
+    __m128i two;
+    __m128i const sequences = SequencesBelow800(inUnits, two);
     unsigned int const twoBytes =
         static_cast<unsigned int>(_mm_movemask_epi8(_mm_packs_epi16(two, _mm_setzero_si128()))) & 0xFF;
     __m128i const shuffle = _mm_load_si128(reinterpret_cast<__m128i const*>(kCompactionTable.mShuffle[twoBytes]));
@@ -533,28 +556,13 @@ __attribute__((target("ssse3"))) inline std::size_t EncodeBelow800BlockSsse3(uns
 /// and third byte of each), and the length of the result.  The index has a bit
 /// for each unit that is not ASCII (bits 0-3) and one for each that takes
 /// three bytes (bits 4-7).
-constexpr CompactionTable MakeSequenceTable() {
-    CompactionTable table{};
-    for (unsigned int index = 0; index < 256; ++index) {
-        unsigned int length = 0;
-        for (unsigned int unit = 0; unit < 4; ++unit) {
-            unsigned int const bytes = 1 + ((index >> unit) & 1u) + ((index >> (unit + 4)) & 1u);
-            for (unsigned int byte = 0; byte < bytes; ++byte) {
-                table.mShuffle[index][length++] = static_cast<unsigned char>(4 * unit + byte);
-            }
-        }
-        table.mLength[index] = static_cast<unsigned char>(length);
-        for (unsigned int rest = length; rest < 16; ++rest) {
-            table.mShuffle[index][rest] = 0x80;
-        }
-    }
-    return table;
-}
-
-inline constexpr CompactionTable kSequenceTable = MakeSequenceTable();
+inline constexpr CompactionTable kSequenceTable =
+    MakeCompactionTable(4, 4, [](unsigned int inIndex, unsigned int inUnit) {
+        return 1 + ((inIndex >> inUnit) & 1u) + ((inIndex >> (inUnit + 4)) & 1u);
+    });
 
 // Stores the sequences in the four 32-bit lanes of inSequences, compacted by
-// the shuffle for inIndex (see MakeSequenceTable).  Writes 16 bytes; returns
+// the shuffle for inIndex (see kSequenceTable).  Writes 16 bytes; returns
 // the length.
 __attribute__((target("ssse3"))) inline std::size_t StoreSequencesSsse3(__m128i inSequences, unsigned int inIndex,
                                                                         unsigned char* outBytes) noexcept {
@@ -568,25 +576,14 @@ __attribute__((target("ssse3"))) inline std::size_t StoreSequencesSsse3(__m128i 
 // kHalfBlock + 4 bytes.
 __attribute__((target("ssse3"))) inline std::size_t EncodeBmpHalfSsse3(unsigned short const* inUnits,
                                                                        unsigned char* outBytes) noexcept {
-    __m128i const units = _mm_loadu_si128(reinterpret_cast<__m128i const*>(inUnits));
+    BmpSequences const sequences = SequencesOfBmpUnits(inUnits);
     __m128i const zero = _mm_setzero_si128();
-    __m128i const ascii = _mm_cmpeq_epi16(_mm_subs_epu16(units, _mm_set1_epi16(0x7F)), zero);
-    __m128i const below800 = _mm_cmpeq_epi16(_mm_subs_epu16(units, _mm_set1_epi16(0x7FF)), zero);
-    __m128i const two = _mm_andnot_si128(ascii, below800);
-    __m128i const six = _mm_srli_epi16(units, 6);
-    __m128i const lead2 = _mm_or_si128(six, _mm_set1_epi16(0xC0));
-    __m128i const lead3 = _mm_or_si128(_mm_srli_epi16(units, 12), _mm_set1_epi16(0xE0));
-    __m128i const middle3 = _mm_or_si128(_mm_and_si128(six, _mm_set1_epi16(0x3F)), _mm_set1_epi16(0x80));
-    __m128i const last = _mm_or_si128(_mm_and_si128(units, _mm_set1_epi16(0x3F)), _mm_set1_epi16(0x80));
-    __m128i const first = _mm_or_si128(_mm_or_si128(_mm_and_si128(ascii, units), _mm_and_si128(two, lead2)),
-                                       _mm_andnot_si128(below800, lead3));
-    __m128i const second = _mm_or_si128(_mm_and_si128(two, last), _mm_andnot_si128(below800, middle3));
-    __m128i const third = _mm_andnot_si128(below800, last);
-    __m128i const firstTwo = _mm_or_si128(first, _mm_slli_epi16(second, 8));
+    __m128i const third = sequences.mThird;
+    __m128i const firstTwo = sequences.mFirstTwo;
     unsigned int const notAscii =
-        ~static_cast<unsigned int>(_mm_movemask_epi8(_mm_packs_epi16(ascii, zero))) & 0xFF;
+        ~static_cast<unsigned int>(_mm_movemask_epi8(_mm_packs_epi16(sequences.mAscii, zero))) & 0xFF;
     unsigned int const three =
-        ~static_cast<unsigned int>(_mm_movemask_epi8(_mm_packs_epi16(below800, zero))) & 0xFF;
+        ~static_cast<unsigned int>(_mm_movemask_epi8(_mm_packs_epi16(sequences.mBelow800, zero))) & 0xFF;
     std::size_t const low = StoreSequencesSsse3(_mm_unpacklo_epi16(firstTwo, third),
                                                 (notAscii & 0xF) | ((three & 0xF) << 4), outBytes);
     return low + StoreSequencesSsse3(_mm_unpackhi_epi16(firstTwo, third), (notAscii >> 4) | (three & 0xF0),
@@ -653,52 +650,22 @@ inline bool DecodeThreeByteBlock(unsigned char const*, unsigned short*) noexcept
 
 inline std::size_t ScanUTF16(unsigned short const* inUnits, std::size_t inLimit, std::size_t& outExtra,
                              bool& outHighSurrogates) noexcept {
-    std::size_t extra = 0;
-    bool high = false;
-    std::size_t i = 0;
-    for (; i < inLimit && inUnits[i] != 0; ++i) {
-        unsigned int const unit = inUnits[i];
-        extra += static_cast<std::size_t>(unit >= 0x80) + static_cast<std::size_t>(unit >= 0x800);
-        high = high || (unit & 0xFC00) == 0xD800;
-    }
-    outExtra = extra;
-    outHighSurrogates = high;
-    return i;
+    outExtra = 0;
+    outHighSurrogates = false;
+    return ScanUTF16From(inUnits, 0, inLimit, outExtra, outHighSurrogates);
 }
 
 inline std::size_t CountSurrogatePairs(unsigned short const* inUnits, std::size_t inCount) noexcept {
-    std::size_t pairs = 0;
-    for (std::size_t i = 0; i + 1 < inCount; ++i) {
-        pairs += (inUnits[i] & 0xFC00) == 0xD800 && (inUnits[i + 1] & 0xFC00) == 0xDC00;
-    }
-    return pairs;
+    return CountSurrogatePairsFrom(inUnits, 0, inCount, 0);
 }
 
 inline std::size_t CountUTF16Units(unsigned char const* inBytes, std::size_t inCount, bool& ioAllAscii) noexcept {
-    std::size_t units = 0;
-    unsigned int any = 0;
-    for (std::size_t i = 0; i < inCount; ++i) {
-        any |= inBytes[i];
-        units += ((inBytes[i] & 0xC0) != 0x80) + (inBytes[i] >= 0xF0);
-    }
-    if (any >= 0x80) {
+    std::size_t continuations = 0;
+    std::size_t fourByteLeads = 0;
+    if (CountUTF16UnitsFrom(inBytes, 0, inCount, continuations, fourByteLeads) >= 0x80) {
         ioAllAscii = false;
     }
-    return units;
-}
-
-inline std::size_t EncodeBelow800(unsigned short const* inUnits, unsigned char* outBytes) noexcept {
-    unsigned char* out = outBytes;
-    for (std::size_t i = 0; i < kHalfBlock; ++i) {
-        unsigned int const unit = inUnits[i];
-        if (unit < 0x80) {
-            *out++ = static_cast<unsigned char>(unit);
-        } else {
-            *out++ = static_cast<unsigned char>(0xC0 | (unit >> 6));
-            *out++ = static_cast<unsigned char>(0x80 | (unit & 0x3F));
-        }
-    }
-    return static_cast<std::size_t>(out - outBytes);
+    return inCount - continuations + fourByteLeads;
 }
 
 inline bool MapCaseBlock(unsigned short const* inUnits, unsigned short* outUnits, unsigned short inFirst,
@@ -733,6 +700,11 @@ inline std::size_t EncodeBmpHalf(unsigned short const* inUnits, unsigned char* o
         }
     }
     return static_cast<std::size_t>(out - outBytes);
+}
+
+// Units below U+0800 are no surrogates: the general encoder serves.
+inline std::size_t EncodeBelow800(unsigned short const* inUnits, unsigned char* outBytes) noexcept {
+    return EncodeBmpHalf(inUnits, outBytes);
 }
 
 inline bool MapLatin1Block(unsigned short const*, unsigned short*, Latin1CaseRule const&) noexcept { return false; }

@@ -38,6 +38,9 @@ PunctuationString<Unit> Widened(char const* inAscii) {
 // CodeUnitCtype
 
 template <class Unit>
+std::locale::id CodeUnitCtype<Unit>::id;
+
+template <class Unit>
 CodeUnitCtype<Unit>::~CodeUnitCtype() = default;
 
 template <class Unit>
@@ -111,6 +114,12 @@ Unit const* CodeUnitCtype<Unit>::do_narrow(char_type const* inBegin, char_type c
 // CodeUnitNumpunct
 
 template <class Unit>
+std::locale::id CodeUnitNumpunct<Unit>::id;
+
+template <class Unit>
+CodeUnitNumpunct<Unit>::CodeUnitNumpunct(std::size_t inRefs) : CodeUnitNumpunct('.', ',', std::string(), inRefs) {}
+
+template <class Unit>
 CodeUnitNumpunct<Unit>::CodeUnitNumpunct(char_type inDecimalPoint, char_type inThousandsSeparator,
                                          std::string inGrouping, std::size_t inRefs)
     : std::locale::facet(inRefs),
@@ -155,28 +164,6 @@ template class CodeUnitNumpunct<unsigned short>;
 }  // namespace quorel
 
 namespace std {
-
-locale::id ctype<unsigned char>::id;
-locale::id ctype<unsigned short>::id;
-locale::id numpunct<unsigned char>::id;
-locale::id numpunct<unsigned short>::id;
-
-ctype<unsigned char>::ctype(size_t inRefs) : CodeUnitCtype(inRefs) {}
-ctype<unsigned char>::~ctype() = default;
-ctype<unsigned short>::ctype(size_t inRefs) : CodeUnitCtype(inRefs) {}
-ctype<unsigned short>::~ctype() = default;
-
-numpunct<unsigned char>::numpunct(size_t inRefs) : CodeUnitNumpunct('.', ',', string(), inRefs) {}
-numpunct<unsigned char>::numpunct(unsigned char inDecimalPoint, unsigned char inThousandsSeparator,
-                                  string inGrouping, size_t inRefs)
-    : CodeUnitNumpunct(inDecimalPoint, inThousandsSeparator, std::move(inGrouping), inRefs) {}
-numpunct<unsigned char>::~numpunct() = default;
-
-numpunct<unsigned short>::numpunct(size_t inRefs) : CodeUnitNumpunct('.', ',', string(), inRefs) {}
-numpunct<unsigned short>::numpunct(unsigned short inDecimalPoint, unsigned short inThousandsSeparator,
-                                   string inGrouping, size_t inRefs)
-    : CodeUnitNumpunct(inDecimalPoint, inThousandsSeparator, std::move(inGrouping), inRefs) {}
-numpunct<unsigned short>::~numpunct() = default;
 
 template class num_get<unsigned char, istreambuf_iterator<unsigned char, quorel::CodeUnitTraits<unsigned char>>>;
 template class num_put<unsigned char, ostreambuf_iterator<unsigned char, quorel::CodeUnitTraits<unsigned char>>>;

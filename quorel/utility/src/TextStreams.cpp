@@ -25,38 +25,33 @@ UTF16OutputStream::UTF16OutputStream(UTF16StreamBuffer* inBuffer) : UTF16BasicOS
 
 UTF16OutputStream::~UTF16OutputStream() = default;
 
-iUTF16StringStream::iUTF16StringStream(UTF16String const& inText) : basic_istringstream(inText, std::ios_base::in) {
-    imbue(Locale::Default());
+namespace utility {
+
+template <class Unit>
+InputStringStream<Unit>::InputStringStream(StreamText<Unit> const& inText)
+    : InputStringStream::basic_istringstream(inText, std::ios_base::in) {
+    this->imbue(Locale::Default());
 }
 
-iUTF16StringStream::iUTF16StringStream(unsigned short const* inText)
-    : basic_istringstream(CopyOf<UTF16String>(inText), std::ios_base::in) {
-    imbue(Locale::Default());
+template <class Unit>
+InputStringStream<Unit>::InputStringStream(Unit const* inText) : InputStringStream(CopyOf<StreamText<Unit>>(inText)) {}
+
+template <class Unit>
+InputStringStream<Unit>::~InputStringStream() = default;
+
+template <class Unit>
+OutputStringStream<Unit>::OutputStringStream() : OutputStringStream::basic_ostringstream(std::ios_base::out) {
+    this->imbue(Locale::Default());
 }
 
-iUTF16StringStream::~iUTF16StringStream() = default;
+template <class Unit>
+OutputStringStream<Unit>::~OutputStringStream() = default;
 
-oUTF16StringStream::oUTF16StringStream() : basic_ostringstream(std::ios_base::out) {
-    imbue(Locale::Default());
-}
+template class InputStringStream<unsigned short>;
+template class InputStringStream<unsigned char>;
+template class OutputStringStream<unsigned short>;
+template class OutputStringStream<unsigned char>;
 
-oUTF16StringStream::~oUTF16StringStream() = default;
-
-iUTF8StringStream::iUTF8StringStream(UTF8String const& inText) : basic_istringstream(inText, std::ios_base::in) {
-    imbue(Locale::Default());
-}
-
-iUTF8StringStream::iUTF8StringStream(unsigned char const* inText)
-    : basic_istringstream(CopyOf<UTF8String>(inText), std::ios_base::in) {
-    imbue(Locale::Default());
-}
-
-iUTF8StringStream::~iUTF8StringStream() = default;
-
-oUTF8StringStream::oUTF8StringStream() : basic_ostringstream(std::ios_base::out) {
-    imbue(Locale::Default());
-}
-
-oUTF8StringStream::~oUTF8StringStream() = default;
+}  // namespace utility
 
 }  // namespace quorel

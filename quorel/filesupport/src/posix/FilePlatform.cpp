@@ -51,15 +51,20 @@ bool Exists(std::string const& inPath) {
     return lstat(inPath.c_str(), &info) == 0;
 }
 
+// stat of a system path, or the error it raised.
+FileErrorCode Stat(std::string const& inPath, struct stat& outInfo) {
+    return stat(inPath.c_str(), &outInfo) == 0 ? kError_None : LastError(inPath);
+}
+
 // For kernels without statx: the last write stands for both times.
 FileErrorCode GetTimesWithoutBirth(std::string const& inPath, std::uint64_t& outCreated, std::uint64_t& outModified) {
     struct stat info;
-    if (stat(inPath.c_str(), &info) != 0) {
-        return LastError(inPath);
+    FileErrorCode const code = Stat(inPath, info);
+    if (code == kError_None) {
+        outModified = ToFileTime(info.st_mtim.tv_sec, static_cast<std::uint32_t>(info.st_mtim.tv_nsec));
+        outCreated = outModified;
     }
-    outModified = ToFileTime(info.st_mtim.tv_sec, static_cast<std::uint32_t>(info.st_mtim.tv_nsec));
-    outCreated = outModified;
-    return kError_None;
+    return code;
 }
 
 FileErrorCode Rename(std::string const& inFrom, std::string const& inTo) {
@@ -74,6 +79,18 @@ FileErrorCode Rename(std::string const& inFrom, std::string const& inTo) {
         return kError_AlreadyExists;
     }
     return rename(inFrom.c_str(), inTo.c_str()) == 0 ? kError_None : LastError(inTo);
+}
+
+// inCall(system path) for a path that has a system form, else kError_InvalidName.
+template <class Call>
+FileErrorCode OnPath(UTF16String const& inPath, Call inCall) {
+    std::string path;
+    return SystemPath(inPath, path) ? inCall(path) : kError_InvalidName;
+}
+
+// The stat of inPath, through OnPath.
+FileErrorCode StatPath(UTF16String const& inPath, struct stat& outInfo) {
+    return OnPath(inPath, [&](std::string const& inSystemPath) { return Stat(inSystemPath, outInfo); });
 }
 
 }  // namespace
@@ -109,44 +126,36 @@ std::string UTF16ToNarrow(UTF16String const& inText) {
 }
 
 FileErrorCode GetAttributes(UTF16String const& inPath, bool& outIsDirectory) {
-    std::string path;
-    if (!SystemPath(inPath, path)) {
-        return kError_InvalidName;
-    }
     struct stat info;
-    if (stat(path.c_str(), &info) != 0) {
-        return LastError(path);
+    FileErrorCode const code = StatPath(inPath, info);
+    if (code == kError_None) {
+        outIsDirectory = S_ISDIR(info.st_mode);
     }
-    outIsDirectory = S_ISDIR(info.st_mode);
-    return kError_None;
+    return code;
 }
 
 FileErrorCode CreateEmptyFile(UTF16String const& inPath) {
-    std::string path;
-    if (!SystemPath(inPath, path)) {
-        return kError_InvalidName;
-    }
-    int const fd = open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NOCTTY, 0666);
-    if (fd < 0) {
-        return LastError(path);
-    }
-    FileErrorCode result = kError_None;
-    if (flock(fd, LOCK_EX | LOCK_NB) != 0 || ftruncate(fd, 0) != 0) {
-        result = LastError(path);
-    }
-    close(fd);
-    return result;
+    return OnPath(inPath, [](std::string const& inSystemPath) {
+        int const fd = open(inSystemPath.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NOCTTY, 0666);
+        if (fd < 0) {
+            return LastError(inSystemPath);
+        }
+        FileErrorCode result = kError_None;
+        if (flock(fd, LOCK_EX | LOCK_NB) != 0 || ftruncate(fd, 0) != 0) {
+            result = LastError(inSystemPath);
+        }
+        close(fd);
+        return result;
+    });
 }
 
 FileErrorCode DeleteFile(UTF16String const& inPath) {
-    std::string path;
-    if (!SystemPath(inPath, path)) {
-        return kError_InvalidName;
-    }
-    if (IsLockedByAnother(path)) {
-        return kError_SharingViolation;
-    }
-    return unlink(path.c_str()) == 0 ? kError_None : LastError(path);
+    return OnPath(inPath, [](std::string const& inSystemPath) {
+        if (IsLockedByAnother(inSystemPath)) {
+            return kError_SharingViolation;
+        }
+        return unlink(inSystemPath.c_str()) == 0 ? kError_None : LastError(inSystemPath);
+    });
 }
 
 FileErrorCode MoveFile(UTF16String const& inFrom, UTF16String const& inTo) {
@@ -165,48 +174,39 @@ FileErrorCode MoveFile(UTF16String const& inFrom, UTF16String const& inTo) {
 }
 
 FileErrorCode CreateDirectory(UTF16String const& inPath) {
-    std::string path;
-    if (!SystemPath(inPath, path)) {
-        return kError_InvalidName;
-    }
-    return mkdir(path.c_str(), 0777) == 0 ? kError_None : LastError(path);
+    return OnPath(inPath, [](std::string const& inSystemPath) {
+        return mkdir(inSystemPath.c_str(), 0777) == 0 ? kError_None : LastError(inSystemPath);
+    });
 }
 
 FileErrorCode RemoveDirectory(UTF16String const& inPath) {
-    std::string path;
-    if (!SystemPath(inPath, path)) {
-        return kError_InvalidName;
-    }
-    return rmdir(path.c_str()) == 0 ? kError_None : LastError(path);
+    return OnPath(inPath, [](std::string const& inSystemPath) {
+        return rmdir(inSystemPath.c_str()) == 0 ? kError_None : LastError(inSystemPath);
+    });
 }
 
 FileErrorCode GetFileTimes(UTF16String const& inPath, std::uint64_t& outCreated, std::uint64_t& outModified) {
-    std::string path;
-    if (!SystemPath(inPath, path)) {
-        return kError_InvalidName;
-    }
-    struct statx info;
-    if (statx(AT_FDCWD, path.c_str(), AT_STATX_SYNC_AS_STAT, STATX_MTIME | STATX_BTIME, &info) != 0) {
-        return errno == ENOSYS ? GetTimesWithoutBirth(path, outCreated, outModified) : LastError(path);
-    }
-    outModified = ToFileTime(info.stx_mtime.tv_sec, info.stx_mtime.tv_nsec);
-    // Where the file system keeps no birth time, the last write stands in.
-    outCreated = (info.stx_mask & STATX_BTIME) != 0 ? ToFileTime(info.stx_btime.tv_sec, info.stx_btime.tv_nsec)
-                                                    : outModified;
-    return kError_None;
+    return OnPath(inPath, [&](std::string const& inSystemPath) {
+        struct statx info;
+        if (statx(AT_FDCWD, inSystemPath.c_str(), AT_STATX_SYNC_AS_STAT, STATX_MTIME | STATX_BTIME, &info) != 0) {
+            return errno == ENOSYS ? GetTimesWithoutBirth(inSystemPath, outCreated, outModified)
+                                   : LastError(inSystemPath);
+        }
+        outModified = ToFileTime(info.stx_mtime.tv_sec, info.stx_mtime.tv_nsec);
+        // Where the file system keeps no birth time, the last write stands in.
+        outCreated = (info.stx_mask & STATX_BTIME) != 0 ? ToFileTime(info.stx_btime.tv_sec, info.stx_btime.tv_nsec)
+                                                        : outModified;
+        return kError_None;
+    });
 }
 
 FileErrorCode GetFileSize(UTF16String const& inPath, std::uint64_t& outSize) {
-    std::string path;
-    if (!SystemPath(inPath, path)) {
-        return kError_InvalidName;
-    }
     struct stat info;
-    if (stat(path.c_str(), &info) != 0) {
-        return LastError(path);
+    FileErrorCode const code = StatPath(inPath, info);
+    if (code == kError_None) {
+        outSize = S_ISDIR(info.st_mode) ? 0 : static_cast<std::uint64_t>(info.st_size);
     }
-    outSize = S_ISDIR(info.st_mode) ? 0 : static_cast<std::uint64_t>(info.st_size);
-    return kError_None;
+    return code;
 }
 
 }  // namespace platform
