@@ -7,29 +7,23 @@
 #include <quorel/arrange/AutoLayout.h>
 #include <quorel/arrange/DynamicGroup.h>
 #include <quorel/arrange/Flipping.h>
-#include <quorel/arrange/Hierarchy.h>
 #include <quorel/arrange/Single.h>
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <functional>
 #include <limits>
 #include <memory>
-#include <ostream>
 #include <vector>
 
 namespace quorel {
 namespace geom {
 
-inline void PrintTo(PointT<float> const& inPoint, std::ostream* ioStream) {
-    *ioStream << "(" << inPoint.x << ", " << inPoint.y << ")";
-}
-
-inline void PrintTo(RectT<float> const& inRect, std::ostream* ioStream) {
-    *ioStream << "(" << inRect.x << ", " << inRect.y << ", " << inRect.width << " x " << inRect.height << ")";
+inline void PrintTo(PointT<float> const& inPoint, std::ostream* ioOut) { *ioOut << inPoint.x << ", " << inPoint.y; }
+inline void PrintTo(RectT<float> const& inR, std::ostream* ioOut) {
+    *ioOut << inR.x << ", " << inR.y << ", " << inR.width << " x " << inR.height;
 }
 
 }  // namespace geom
@@ -40,16 +34,6 @@ using namespace arrange;
 typedef geom::PointT<float> Size;
 typedef geom::RectT<float> Rect;
 float const kNoLimit = std::numeric_limits<float>::infinity();
-
-/// Equal within a tolerance far below anything a layout distinguishes, but
-/// above float rounding of proportional shares.
-inline ::testing::AssertionResult RectNear(Rect const& inActual, Rect const& inExpected) {
-    float const distance = std::abs(inActual.x - inExpected.x) + std::abs(inActual.y - inExpected.y) +
-                           std::abs(inActual.width - inExpected.width) + std::abs(inActual.height - inExpected.height);
-    if (distance <= 1e-3f) return ::testing::AssertionSuccess();
-    return ::testing::AssertionFailure() << ::testing::PrintToString(inActual) << " is not "
-                                         << ::testing::PrintToString(inExpected);
-}
 
 /// The minimum sizes of a set's arrangements, in set order.
 inline std::vector<Size> MinSizes(impl::ArrangementSet const& inSet) {
@@ -62,15 +46,12 @@ inline std::vector<Size> MinSizes(impl::ArrangementSet const& inSet) {
 /// gives, so that a test can see that none was asked.
 template <class Base>
 struct Answering : Base {
+    using Base::Base;
     float LeftMargin() const override { return Count(mMargins[0]); }
     float TopMargin() const override { return Count(mMargins[1]); }
     float RightMargin() const override { return Count(mMargins[2]); }
     float BottomMargin() const override { return Count(mMargins[3]); }
-    template <class T>
-    T Count(T inValue) const {
-        ++mHostCalls;
-        return inValue;
-    }
+    template <class T> T Count(T inValue) const { return ++mHostCalls, inValue; }
     std::array<float, 4> mMargins{};  // left, top, right, bottom
     mutable int mHostCalls = 0;
 };
@@ -95,8 +76,7 @@ struct TestLeaf : Answering<Single> {
     }
     Rect const& Last() const { return mPlaced.back(); }
 
-    Size mBest, mMin{-1, -1};  // a negative minimum: the best size
-    Size mLimit{kNoLimit, kNoLimit};  // of expansion
+    Size mBest, mMin{-1, -1}, mLimit{kNoLimit, kNoLimit};  // a negative minimum: the best size; the limit of expansion
     bool mExpandWidth = false, mExpandHeight = false;
     std::function<void()> mOnPlace;
     std::vector<Rect> mPlaced;
@@ -113,19 +93,18 @@ struct Leaves : std::vector<std::unique_ptr<TestLeaf>> {
 
 /// A separator that keeps its last placement.
 struct TestSeparator : ISeparator {
-    void Place(int inOrientation, Rect const& inRect) override {
-        mOrientation = inOrientation;
-        mRect = inRect;
-    }
+    void Place(int inOrientation, Rect const& inRect) override { mOrientation = inOrientation, mRect = inRect; }
     int mOrientation = -1;
     Rect mRect;
 };
 
-/// A group of kind G with settable answers; it owns the separators it builds
-/// (when asked to build any) and records Position and SetDimensions.
+/// A group of kind G (or a DynamicGroup, built with inArgs) with settable answers; it owns the
+/// separators it builds (when asked to build any) and records Position and SetDimensions.
 template <class G>
 struct TestGroup : Answering<G> {
-    explicit TestGroup(std::vector<IArrangeable*> inChildren = {}) : mKids(std::move(inChildren)) {}
+    template <class... A>
+    explicit TestGroup(std::vector<IArrangeable*> inChildren = {}, A... inArgs)
+        : Answering<G>(inArgs...), mKids(std::move(inChildren)) {}
 
     bool VisitChildren(IArrangeable::ConstVisitor inFunction) const override { return Visit(inFunction); }
     bool VisitChildren(IArrangeable::Visitor inFunction) override { return Visit(inFunction); }
@@ -134,35 +113,23 @@ struct TestGroup : Answering<G> {
     AlignmentHorizontal HorizontalAlignment() const override { return this->Count(mAlignH); }
     AlignmentVertical VerticalAlignment() const override { return this->Count(mAlignV); }
     ISeparator* BuildSeparator() override {
-        if (!this->Count(mWithSeparators)) return nullptr;
-        mOwnedSeparators.emplace_back(new TestSeparator);
-        return mOwnedSeparators.back().get();
+        return this->Count(mWithSeparators) ? mOwnedSeparators.emplace_back(new TestSeparator).get() : nullptr;
     }
-    void ClearSeparators() override {
-        mClears = this->Count(mClears + 1);
-        mOwnedSeparators.clear();
-    }
+    void ClearSeparators() override { mClears = this->Count(mClears + 1), mOwnedSeparators.clear(); }
     void Position(Size const& inTopLeft) override { mPositions.push_back(this->Count(inTopLeft)); }
     void SetDimensions(Size const& inSize) override { mDimensions.push_back(this->Count(inSize)); }
 
     TestSeparator& SeparatorAt(std::size_t inIndex) const { return *mOwnedSeparators.at(inIndex); }
+    template <class F> bool Visit(F const& inFunction) const { for (auto* kid : mKids) inFunction(*kid); return true; }
 
     std::vector<IArrangeable*> mKids;
     Size mSpacing;
     AlignmentHorizontal mAlignH = kAlignmentHorizontal_Left;
     AlignmentVertical mAlignV = kAlignmentVertical_Top;
-    bool mWithSeparators = false, mRefuseVisit = false;
+    bool mWithSeparators = false;
     std::vector<std::unique_ptr<TestSeparator>> mOwnedSeparators;
     std::vector<Size> mPositions, mDimensions;
     int mClears = 0;
-
-    // Calls inFunction on each child, or refuses (false) without calling it.
-    template <class F>
-    bool Visit(F const& inFunction) const {
-        if (this->Count(mRefuseVisit)) return false;
-        for (IArrangeable* kid : mKids) inFunction(*kid);
-        return true;
-    }
 };
 
 }  // namespace arrangetest

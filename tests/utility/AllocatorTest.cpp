@@ -266,24 +266,27 @@ TEST(SmallBlockAllocator, AnOversizedRequestBreaksTheContract) {
 }
 
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+// Run in a child process: allocates until the address space runs out, then
+// gives everything back and allocates again.  Exits 0 when the failure was the
+// allocator's "bad allocation" and the pool served again afterwards.
+[[noreturn]] void ExhaustTheAddressSpace() {
+    rlimit const limit = {512u << 20, 512u << 20};
+    setrlimit(RLIMIT_AS, &limit);
+    std::vector<void*> held;
+    bool threw = false;
+    try {
+        for (;;) held.push_back(sba::Allocate(8000));
+    } catch (std::bad_alloc const& error) {
+        threw = std::strcmp(error.what(), "bad allocation") == 0;
+    }
+    DisposeAll(held, 8000);
+    void* after = sba::Allocate(8000);
+    std::exit(threw && after != nullptr && held.size() > 1000 ? 0 : 1);
+}
+
 TEST(SmallBlockAllocatorDeathStyle, ExhaustedMemoryThrowsAndThePoolStaysUsable) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
-    EXPECT_EXIT(
-        {
-            rlimit const limit{512u << 20, 512u << 20};
-            setrlimit(RLIMIT_AS, &limit);
-            std::vector<void*> held;
-            bool threw = false;
-            try {
-                for (;;) held.push_back(sba::Allocate(8000));
-            } catch (std::bad_alloc const& error) {
-                threw = std::strcmp(error.what(), "bad allocation") == 0;
-            }
-            DisposeAll(held, 8000);
-            void* after = sba::Allocate(8000);
-            std::exit(threw && after != nullptr && held.size() > 1000 ? 0 : 1);
-        },
-        ::testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(ExhaustTheAddressSpace(), ::testing::ExitedWithCode(0), "");
 }
 #endif
 
