@@ -60,6 +60,9 @@ inline std::size_t ThreadCount() { return ThreadIDs().size(); }
 /// The thread count once threads of earlier tests, which end in their own
 /// time, have stopped coming and going (unchanged for 100 ms, bounded).
 inline std::size_t SettledThreadCount() {
+    // The first thread that a process starts may bring helper threads of the
+    // runtime with it (ThreadSanitizer's); let them come first.
+    std::thread([] {}).join();
     auto const deadline = std::chrono::steady_clock::now() + threadtest::kPatience;
     std::size_t count = ThreadCount();
     for (;;) {
