@@ -144,11 +144,16 @@ bool ThreadSafeDelayQueue::Pop(AllocatedFunction*& ioEntry, std::uint32_t inTime
 }
 
 void ThreadSafeDelayQueue::Clear() {
-    boost::mutex::scoped_lock lock(mMutex);
-    for (DelayedEntry const& entry : mEntries) {
+    // The functions go after the lock: their destructors are the caller's code
+    // and may come back to an executor.
+    std::vector<DelayedEntry> entries;
+    {
+        boost::mutex::scoped_lock lock(mMutex);
+        entries.swap(mEntries);
+    }
+    for (DelayedEntry const& entry : entries) {
         AllocatedFunction::Destroy(entry.function);
     }
-    mEntries.clear();
 }
 
 }  // namespace threads
