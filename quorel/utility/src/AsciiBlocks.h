@@ -178,32 +178,41 @@ inline unsigned int SurrogateBits(unsigned short const* inUnits) noexcept {
     return static_cast<unsigned int>(_mm_movemask_epi8(_mm_packs_epi16(lowSurrogates, highSurrogates)));
 }
 
-// Decodes one half of DecodeOneOrTwoByteBlock: eight bytes and the byte
-// behind each, widened to units, with their lead and continuation flags as
-// 16-bit lanes.  Each lane gives its unit (an ASCII byte or a two-byte
-// sequence that starts there) at the offset of the units before it, so that
-// the stores don't wait on one another; a continuation lane's store is
-// overwritten by the next lane's (or lies behind the result).
-inline void DecodeTwoByteHalf(__m128i inBytes, __m128i inNext, __m128i inLeads, __m128i inTrails,
-                              unsigned short* outUnits, std::size_t& outCount) noexcept {
+// The units of one half of a block of ASCII and two-byte sequences: eight
+// bytes and the byte behind each, widened to 16-bit lanes, and their lead
+// flags.  A lead lane holds its sequence's unit, an ASCII lane its byte; a
+// continuation lane holds its byte and is dropped by the caller.
+inline __m128i TwoByteHalfUnits(__m128i inBytes, __m128i inNext, __m128i inLeads) noexcept {
     __m128i const pair = _mm_or_si128(_mm_slli_epi16(_mm_and_si128(inBytes, _mm_set1_epi16(0x1F)), 6),
                                       _mm_and_si128(inNext, _mm_set1_epi16(0x3F)));
-    __m128i const units = _mm_or_si128(_mm_and_si128(inLeads, pair), _mm_andnot_si128(inLeads, inBytes));
-    __m128i const kept = _mm_add_epi16(_mm_set1_epi16(1), inTrails);  // 0 for continuations
-    outCount = ScatterLanes(kept, [&](auto inLane, __m128i inOffsets) {
-        constexpr int kLane = decltype(inLane)::value;
-        outUnits[_mm_extract_epi16(inOffsets, kLane)] = static_cast<unsigned short>(_mm_extract_epi16(units, kLane));
-    });
+    return _mm_or_si128(_mm_and_si128(inLeads, pair), _mm_andnot_si128(inLeads, inBytes));
 }
+
+// Stores one half's units without the continuation lanes (inTrails: all ones
+// there), each at the offset of the units before it, so that the stores don't
+// wait on one another; a continuation lane's store is overwritten by the next
+// lane's (or lies behind the result).  Returns the number of units.
+struct ScatterTwoByteHalf {
+    std::size_t operator()(__m128i inUnits, __m128i inTrails, unsigned int /*inTrailBits*/,
+                           unsigned short* outUnits) const noexcept {
+        __m128i const kept = _mm_add_epi16(_mm_set1_epi16(1), inTrails);  // 0 for continuations
+        return ScatterLanes(kept, [&](auto inLane, __m128i inOffsets) {
+            constexpr int kLane = decltype(inLane)::value;
+            outUnits[_mm_extract_epi16(inOffsets, kLane)] = static_cast<unsigned short>(_mm_extract_epi16(inUnits, kLane));
+        });
+    }
+};
 
 /// Decodes the kBlock bytes at inBytes (kBlock + 1 readable) if they are ASCII
 /// and complete two-byte sequences (C2-DF and a continuation byte) only; a
 /// lead byte in the last place is left for the next block.  Writes up to
-/// kBlock + 1 units at outUnits.  Returns the bytes used and sets outUnits to
-/// the units made, or returns 0 (nothing meaningful written) for any other
-/// block.  This is the common block of Latin, Greek or Cyrillic text.
-inline std::size_t DecodeOneOrTwoByteBlock(unsigned char const* inBytes, unsigned short* outUnits,
-                                           std::size_t& outCount) noexcept {
+/// kBlock + 1 units at outUnits, each half through inStoreHalf (see
+/// ScatterTwoByteHalf).  Returns the bytes used and sets outCount to the units
+/// made, or returns 0 (nothing meaningful written) for any other block.  This
+/// is the common block of Latin, Greek or Cyrillic text.
+template <class StoreHalf>
+inline std::size_t DecodeOneOrTwoByteBlockWith(unsigned char const* inBytes, unsigned short* outUnits,
+                                               std::size_t& outCount, StoreHalf const& inStoreHalf) noexcept {
     __m128i const bytes = _mm_loadu_si128(reinterpret_cast<__m128i const*>(inBytes));
     // As signed bytes, continuations 80-BF are -128 to -65 and leads C2-DF
     // are -62 to -33; ASCII is positive.
@@ -219,15 +228,20 @@ inline std::size_t DecodeOneOrTwoByteBlock(unsigned char const* inBytes, unsigne
     }
     __m128i const next = _mm_loadu_si128(reinterpret_cast<__m128i const*>(inBytes + 1));
     __m128i const zero = _mm_setzero_si128();
-    DecodeTwoByteHalf(_mm_unpacklo_epi8(bytes, zero), _mm_unpacklo_epi8(next, zero),
-                      _mm_unpacklo_epi8(leads, leads), _mm_unpacklo_epi8(trails, trails), outUnits, outCount);
-    std::size_t firstHalf = outCount;
-    DecodeTwoByteHalf(_mm_unpackhi_epi8(bytes, zero), _mm_unpackhi_epi8(next, zero),
-                      _mm_unpackhi_epi8(leads, leads), _mm_unpackhi_epi8(trails, trails), outUnits + firstHalf,
-                      outCount);
+    std::size_t const firstHalf = inStoreHalf(
+        TwoByteHalfUnits(_mm_unpacklo_epi8(bytes, zero), _mm_unpacklo_epi8(next, zero), _mm_unpacklo_epi8(leads, leads)),
+        _mm_unpacklo_epi8(trails, trails), trailBits & 0xFFu, outUnits);
+    std::size_t const secondHalf = inStoreHalf(
+        TwoByteHalfUnits(_mm_unpackhi_epi8(bytes, zero), _mm_unpackhi_epi8(next, zero), _mm_unpackhi_epi8(leads, leads)),
+        _mm_unpackhi_epi8(trails, trails), trailBits >> kHalfBlock, outUnits + firstHalf);
     std::size_t const leftLead = leadBits >> (kBlock - 1);  // a lead in the last place waits
-    outCount += firstHalf - leftLead;
+    outCount = firstHalf + secondHalf - leftLead;
     return kBlock - leftLead;
+}
+
+inline std::size_t DecodeOneOrTwoByteBlock(unsigned char const* inBytes, unsigned short* outUnits,
+                                           std::size_t& outCount) noexcept {
+    return DecodeOneOrTwoByteBlockWith(inBytes, outUnits, outCount, ScatterTwoByteHalf());
 }
 
 /// Decodes the 15 bytes at inBytes (kBlock readable) if they are five complete
@@ -528,6 +542,31 @@ constexpr CompactionTable MakeCompactionTable(unsigned int inLanes, unsigned int
 /// two-byte ones, and the length of the result.
 inline constexpr CompactionTable kCompactionTable = MakeCompactionTable(
     8, 2, [](unsigned int inTwoBytes, unsigned int inUnit) { return 1 + ((inTwoBytes >> inUnit) & 1u); });
+
+/// For each set of kept units among eight (bit k for unit k), the byte
+/// shuffle that moves them side by side, and the length in bytes.
+inline constexpr CompactionTable kUnitTable = MakeCompactionTable(
+    8, 2, [](unsigned int inKept, unsigned int inUnit) { return 2 * ((inKept >> inUnit) & 1u); });
+
+// ScatterTwoByteHalf with SSSE3: the kept units compacted by one shuffle.
+// Writes eight units.
+struct CompactTwoByteHalfSsse3 {
+    __attribute__((target("ssse3"))) std::size_t operator()(__m128i inUnits, __m128i /*inTrails*/,
+                                                            unsigned int inTrailBits,
+                                                            unsigned short* outUnits) const noexcept {
+        unsigned int const kept = ~inTrailBits & 0xFFu;
+        __m128i const shuffle = _mm_load_si128(reinterpret_cast<__m128i const*>(kUnitTable.mShuffle[kept]));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(outUnits), _mm_shuffle_epi8(inUnits, shuffle));
+        return kUnitTable.mLength[kept] / 2;
+    }
+};
+
+/// DecodeOneOrTwoByteBlock with SSSE3.  Only for processors that have SSSE3.
+__attribute__((target("ssse3"))) inline std::size_t DecodeOneOrTwoByteBlockSsse3(unsigned char const* inBytes,
+                                                                                 unsigned short* outUnits,
+                                                                                 std::size_t& outCount) noexcept {
+    return DecodeOneOrTwoByteBlockWith(inBytes, outUnits, outCount, CompactTwoByteHalfSsse3());
+}
 
 // EncodeBelow800 with SSSE3: the same sequences, compacted by one shuffle
 // instead of stored one by one.  Writes 16 bytes.

@@ -80,6 +80,25 @@ inline bool DecodeThreeByteBlocks(unsigned char const*& ioIn, unsigned char cons
     return any;
 }
 
+// The decoder of blocks of ASCII and two-byte sequences that suits the
+// processor: with SSSE3 each half block is compacted by one shuffle.  Chosen
+// at the first conversion.
+using TwoByteBlockDecoder = std::size_t (*)(unsigned char const*, unsigned short*, std::size_t&) noexcept;
+
+TwoByteBlockDecoder ChooseTwoByteBlockDecoder() noexcept {
+#if QUOREL_HAVE_SSSE3_FUNCTIONS
+    if (ascii::HaveSsse3()) {
+        return ascii::DecodeOneOrTwoByteBlockSsse3;
+    }
+#endif
+    return ascii::DecodeOneOrTwoByteBlock;
+}
+
+TwoByteBlockDecoder TwoByteBlocks() noexcept {
+    static TwoByteBlockDecoder const sDecoder = ChooseTwoByteBlockDecoder();
+    return sDecoder;
+}
+
 // Decodes inCount bytes into outUnits and returns the number of units written;
 // stops at the first illegal or cut-off sequence.  outUnits has room for
 // inCapacity units, which must be at least what the bytes decode to (their
@@ -95,6 +114,7 @@ std::size_t DecodeUTF8(unsigned char const* inBytes, std::size_t inCount, unsign
     unsigned char const* const end = inBytes + inCount;
     unsigned short* out = outUnits;
     unsigned short* const outEnd = outUnits + inCapacity;
+    TwoByteBlockDecoder const decodeTwoByteBlock = TwoByteBlocks();
     while (in != end) {
         // The block decoders read one byte and write one unit beyond a block.
         if (static_cast<std::size_t>(end - in) > ascii::kBlock &&
@@ -111,7 +131,7 @@ std::size_t DecodeUTF8(unsigned char const* inBytes, std::size_t inCount, unsign
                 }
             } else {
                 std::size_t units = 0;
-                if (std::size_t const used = ascii::DecodeOneOrTwoByteBlock(in, out, units)) {
+                if (std::size_t const used = decodeTwoByteBlock(in, out, units)) {
                     in += used;
                     out += units;
                     continue;
