@@ -192,27 +192,30 @@ inline __m128i TwoByteHalfUnits(__m128i inBytes, __m128i inNext, __m128i inLeads
 // there), each at the offset of the units before it, so that the stores don't
 // wait on one another; a continuation lane's store is overwritten by the next
 // lane's (or lies behind the result).  Returns the number of units.
-struct ScatterTwoByteHalf {
-    std::size_t operator()(__m128i inUnits, __m128i inTrails, unsigned int /*inTrailBits*/,
-                           unsigned short* outUnits) const noexcept {
-        __m128i const kept = _mm_add_epi16(_mm_set1_epi16(1), inTrails);  // 0 for continuations
-        return ScatterLanes(kept, [&](auto inLane, __m128i inOffsets) {
-            constexpr int kLane = decltype(inLane)::value;
-            outUnits[_mm_extract_epi16(inOffsets, kLane)] = static_cast<unsigned short>(_mm_extract_epi16(inUnits, kLane));
-        });
-    }
+inline std::size_t ScatterTwoByteHalf(__m128i inUnits, __m128i inTrails, unsigned short* outUnits) noexcept {
+    __m128i const kept = _mm_add_epi16(_mm_set1_epi16(1), inTrails);  // 0 for continuations
+    return ScatterLanes(kept, [&](auto inLane, __m128i inOffsets) {
+        constexpr int kLane = decltype(inLane)::value;
+        outUnits[_mm_extract_epi16(inOffsets, kLane)] = static_cast<unsigned short>(_mm_extract_epi16(inUnits, kLane));
+    });
+}
+
+/// A block of ASCII and complete two-byte sequences, loaded and checked: the
+/// units of its two halves as 16-bit lanes, which lanes are continuations,
+/// and whether a lead waits in the last place.
+struct TwoByteBlock {
+    __m128i lowUnits, highUnits;    // a continuation lane holds its byte
+    __m128i lowTrails, highTrails;  // all ones in continuation lanes
+    unsigned int trailBits;         // bit k: byte k is a continuation
+    std::size_t leftLead;           // 1 when the last byte is a lead
 };
 
-/// Decodes the kBlock bytes at inBytes (kBlock + 1 readable) if they are ASCII
-/// and complete two-byte sequences (C2-DF and a continuation byte) only; a
-/// lead byte in the last place is left for the next block.  Writes up to
-/// kBlock + 1 units at outUnits, each half through inStoreHalf (see
-/// ScatterTwoByteHalf).  Returns the bytes used and sets outCount to the units
-/// made, or returns 0 (nothing meaningful written) for any other block.  This
-/// is the common block of Latin, Greek or Cyrillic text.
-template <class StoreHalf>
-inline std::size_t DecodeOneOrTwoByteBlockWith(unsigned char const* inBytes, unsigned short* outUnits,
-                                               std::size_t& outCount, StoreHalf const& inStoreHalf) noexcept {
+/// Loads the kBlock bytes at inBytes (kBlock + 1 readable) into outBlock if
+/// they are ASCII and complete two-byte sequences (C2-DF and a continuation
+/// byte) only; a lead byte in the last place is left for the next block.
+/// False for any other block.  Inlined into the SSE2 and SSSE3 decoders alike.
+__attribute__((always_inline)) inline bool LoadOneOrTwoByteBlock(unsigned char const* inBytes,
+                                                                 TwoByteBlock& outBlock) noexcept {
     __m128i const bytes = _mm_loadu_si128(reinterpret_cast<__m128i const*>(inBytes));
     // As signed bytes, continuations 80-BF are -128 to -65 and leads C2-DF
     // are -62 to -33; ASCII is positive.
@@ -224,24 +227,35 @@ inline std::size_t DecodeOneOrTwoByteBlockWith(unsigned char const* inBytes, uns
     // Every non-ASCII byte is a lead or a continuation, and the continuations
     // are exactly the bytes behind the leads.
     if (high != (leadBits | trailBits) || trailBits != ((leadBits << 1) & kAllUnits)) {
-        return 0;
+        return false;
     }
     __m128i const next = _mm_loadu_si128(reinterpret_cast<__m128i const*>(inBytes + 1));
     __m128i const zero = _mm_setzero_si128();
-    std::size_t const firstHalf = inStoreHalf(
-        TwoByteHalfUnits(_mm_unpacklo_epi8(bytes, zero), _mm_unpacklo_epi8(next, zero), _mm_unpacklo_epi8(leads, leads)),
-        _mm_unpacklo_epi8(trails, trails), trailBits & 0xFFu, outUnits);
-    std::size_t const secondHalf = inStoreHalf(
-        TwoByteHalfUnits(_mm_unpackhi_epi8(bytes, zero), _mm_unpackhi_epi8(next, zero), _mm_unpackhi_epi8(leads, leads)),
-        _mm_unpackhi_epi8(trails, trails), trailBits >> kHalfBlock, outUnits + firstHalf);
-    std::size_t const leftLead = leadBits >> (kBlock - 1);  // a lead in the last place waits
-    outCount = firstHalf + secondHalf - leftLead;
-    return kBlock - leftLead;
+    outBlock.lowUnits =
+        TwoByteHalfUnits(_mm_unpacklo_epi8(bytes, zero), _mm_unpacklo_epi8(next, zero), _mm_unpacklo_epi8(leads, leads));
+    outBlock.highUnits =
+        TwoByteHalfUnits(_mm_unpackhi_epi8(bytes, zero), _mm_unpackhi_epi8(next, zero), _mm_unpackhi_epi8(leads, leads));
+    outBlock.lowTrails = _mm_unpacklo_epi8(trails, trails);
+    outBlock.highTrails = _mm_unpackhi_epi8(trails, trails);
+    outBlock.trailBits = trailBits;
+    outBlock.leftLead = leadBits >> (kBlock - 1);
+    return true;
 }
 
+/// Decodes the kBlock bytes at inBytes (kBlock + 1 readable) if they are ASCII
+/// and complete two-byte sequences only (see LoadOneOrTwoByteBlock).  Writes
+/// up to kBlock + 1 units at outUnits.  Returns the bytes used and sets
+/// outCount to the units made, or returns 0 (nothing meaningful written) for
+/// any other block.  This is the common block of Latin, Greek or Cyrillic text.
 inline std::size_t DecodeOneOrTwoByteBlock(unsigned char const* inBytes, unsigned short* outUnits,
                                            std::size_t& outCount) noexcept {
-    return DecodeOneOrTwoByteBlockWith(inBytes, outUnits, outCount, ScatterTwoByteHalf());
+    TwoByteBlock block;
+    if (!LoadOneOrTwoByteBlock(inBytes, block)) {
+        return 0;
+    }
+    std::size_t const firstHalf = ScatterTwoByteHalf(block.lowUnits, block.lowTrails, outUnits);
+    outCount = firstHalf + ScatterTwoByteHalf(block.highUnits, block.highTrails, outUnits + firstHalf) - block.leftLead;
+    return kBlock - block.leftLead;
 }
 
 /// Decodes the 15 bytes at inBytes (kBlock readable) if they are five complete
@@ -548,24 +562,29 @@ inline constexpr CompactionTable kCompactionTable = MakeCompactionTable(
 inline constexpr CompactionTable kUnitTable = MakeCompactionTable(
     8, 2, [](unsigned int inKept, unsigned int inUnit) { return 2 * ((inKept >> inUnit) & 1u); });
 
-// ScatterTwoByteHalf with SSSE3: the kept units compacted by one shuffle.
-// Writes eight units.
-struct CompactTwoByteHalfSsse3 {
-    __attribute__((target("ssse3"))) std::size_t operator()(__m128i inUnits, __m128i /*inTrails*/,
-                                                            unsigned int inTrailBits,
-                                                            unsigned short* outUnits) const noexcept {
-        unsigned int const kept = ~inTrailBits & 0xFFu;
-        __m128i const shuffle = _mm_load_si128(reinterpret_cast<__m128i const*>(kUnitTable.mShuffle[kept]));
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(outUnits), _mm_shuffle_epi8(inUnits, shuffle));
-        return kUnitTable.mLength[kept] / 2;
-    }
-};
+// Stores the units of one half without its continuation lanes (bit k of
+// inTrailBits), compacted by one shuffle; writes eight units.  Returns the
+// number of units.
+__attribute__((target("ssse3"))) inline std::size_t CompactTwoByteHalfSsse3(__m128i inUnits, unsigned int inTrailBits,
+                                                                           unsigned short* outUnits) noexcept {
+    unsigned int const kept = ~inTrailBits & 0xFFu;
+    __m128i const shuffle = _mm_load_si128(reinterpret_cast<__m128i const*>(kUnitTable.mShuffle[kept]));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(outUnits), _mm_shuffle_epi8(inUnits, shuffle));
+    return kUnitTable.mLength[kept] / 2;
+}
 
 /// DecodeOneOrTwoByteBlock with SSSE3.  Only for processors that have SSSE3.
 __attribute__((target("ssse3"))) inline std::size_t DecodeOneOrTwoByteBlockSsse3(unsigned char const* inBytes,
                                                                                  unsigned short* outUnits,
                                                                                  std::size_t& outCount) noexcept {
-    return DecodeOneOrTwoByteBlockWith(inBytes, outUnits, outCount, CompactTwoByteHalfSsse3());
+    TwoByteBlock block;
+    if (!LoadOneOrTwoByteBlock(inBytes, block)) {
+        return 0;
+    }
+    std::size_t const firstHalf = CompactTwoByteHalfSsse3(block.lowUnits, block.trailBits & 0xFFu, outUnits);
+    outCount = firstHalf + CompactTwoByteHalfSsse3(block.highUnits, block.trailBits >> kHalfBlock, outUnits + firstHalf) -
+               block.leftLead;
+    return kBlock - block.leftLead;
 }
 
 // EncodeBelow800 with SSSE3: the same sequences, compacted by one shuffle
