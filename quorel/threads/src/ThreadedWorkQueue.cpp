@@ -15,8 +15,10 @@
 #include <boost/make_shared.hpp>
 #include <boost/thread/mutex.hpp>
 
+#include <algorithm>
 #include <exception>
 #include <memory>
+#include <new>
 #include <vector>
 
 namespace quorel {
@@ -66,6 +68,8 @@ private:
 
     /// The steps of Terminate after the check for a worker of this pool.
     void CutOff();
+    /// Queues one call of inFunction per worker, for immediate call.
+    void QueueForEveryWorker(ThreadSafeDelayQueue& ioQueue, boost::function0<void> const& inFunction) const;
     /// Calls inOperation on the gate while the pool is not terminated.
     template <class Operation>
     void WithGate(Operation inOperation);
@@ -97,8 +101,13 @@ ThreadedWorkQueue::~ThreadedWorkQueue() {
     // Terminate does nothing on a worker of this pool; when the last reference
     // goes on one, the pool must still be cut off, or its workers would wait
     // for ever.  The worker ends on its terminating function once it is back
-    // in its loop.  The Thread destructors detach the workers.
-    CutOff();
+    // in its loop.  The Thread destructors detach the workers.  Without
+    // memory for the terminating functions the workers stay asleep; the
+    // destructor must not throw.
+    try {
+        CutOff();
+    } catch (std::bad_alloc const&) {
+    }
 }
 
 void ThreadedWorkQueue::RunWorker(boost::shared_ptr<ThreadSafeDelayQueue> inQueue, ThreadPriority inPriority,
@@ -158,13 +167,30 @@ void ThreadedWorkQueue::CutOff() {
         return;
     }
     queue->Clear();
-    for (std::size_t i = 0; i < mThreads.size(); ++i) {
-        AllocatedFunctionHolder entry(AllocatedFunction::Create(&ThrowTerminate));
-        if (queue->Push(entry.Get(), 0)) {
-            entry.Release();
+    QueueForEveryWorker(*queue, &ThrowTerminate);
+    mGate->Open();
+}
+
+void ThreadedWorkQueue::QueueForEveryWorker(ThreadSafeDelayQueue& ioQueue,
+                                            boost::function0<void> const& inFunction) const {
+    // Each worker takes exactly one of these (it waits in a barrier, or ends),
+    // so a worker left without one would wait for ever: all entries are made
+    // before the first goes in, and a failed allocation queues none.
+    std::vector<AllocatedFunction*> entries;
+    entries.reserve(mThreads.size());
+    try {
+        for (std::size_t i = 0; i < mThreads.size(); ++i) {
+            entries.push_back(AllocatedFunction::Create(inFunction));
+        }
+    } catch (...) {
+        std::for_each(entries.begin(), entries.end(), &AllocatedFunction::Destroy);
+        throw;
+    }
+    for (AllocatedFunction* const entry : entries) {
+        if (!ioQueue.Push(entry, 0)) {
+            AllocatedFunction::Destroy(entry);
         }
     }
-    mGate->Open();
 }
 
 bool ThreadedWorkQueue::IsTerminated() {
@@ -180,23 +206,12 @@ void ThreadedWorkQueue::Join() {
         return;
     }
     SyncPoint syncPoint(static_cast<unsigned int>(mThreads.size() + 1));
-    // Every worker must get one of these, or the others would wait in the
-    // barrier for ever: make them all before the first goes out.
-    std::vector<std::unique_ptr<AllocatedFunctionHolder>> waits;
-    for (std::size_t i = 0; i < mThreads.size(); ++i) {
-        waits.emplace_back(new AllocatedFunctionHolder(
-            AllocatedFunction::Create(boost::bind(&SyncPoint::Wait, boost::ref(syncPoint)))));
-    }
     bool running = false;
     {
         ThreadSafeSharedPtr<ThreadSafeDelayQueue>::Reader queue(mQueue, true);
         if (queue.Get() != nullptr) {
+            QueueForEveryWorker(*queue.Get(), boost::bind(&SyncPoint::Wait, boost::ref(syncPoint)));
             running = true;
-            for (std::unique_ptr<AllocatedFunctionHolder> const& wait : waits) {
-                if (queue.Get()->Push(wait->Get(), 0)) {
-                    wait->Release();
-                }
-            }
         }
     }
     if (running) {
