@@ -243,9 +243,6 @@ void Batch(benchmark::State& ioState) {
     SetPairs(ioState, kBatch);
 }
 
-    SetPairs(ioState, 1);
-}
-
 // A bounded single-producer/single-consumer ring of pointers.  Each side keeps
 // a copy of the other side's index and reads the shared one only when the copy
 // says full or empty, so the cache lines move only when they must.
